@@ -1,0 +1,97 @@
+#include "shell/TavloController.h"
+
+#include <QCloseEvent>
+#include <QMdiArea>
+
+#include "pool/Database.h"
+#include "shell/QuitMenu.h"
+#include "shell/Session.h"
+#include "shell/WindowStates.h"
+#include "ui_TavloController.h"
+
+namespace tavlo {
+
+TavloController::TavloController(Session& session, QWidget* parent)
+    : QMainWindow(parent), session_(session), ui_(std::make_unique<Ui::TavloController>()) {
+    ui_->setupUi(this);
+    setCentralWidget(ui_->MDIArea);
+
+    connect(ui_->QuitMenu, &QAction::triggered, this, &QWidget::close);
+    connect(ui_->TileWindowMenu, &QAction::triggered, ui_->MDIArea, &QMdiArea::tileSubWindows);
+    connect(ui_->ArrangeIconsMenu, &QAction::triggered, ui_->MDIArea, &QMdiArea::cascadeSubWindows);
+    connect(ui_->ClearDefaultsMenu, &QAction::triggered, this, &TavloController::clearDefaults);
+
+    // Entries whose windows are not part of this build yet stay disabled.
+    for (QAction* action : {ui_->MIDIMenu, ui_->MidiDevManageMenu, ui_->SysexFileMenu, ui_->CleanMenu,
+                            ui_->GlobalMenu, ui_->NewGlobalMenu, ui_->ViewGlobalMenu, ui_->NewMemImageMenu,
+                            ui_->EditPresetMenu, ui_->NewPresetMenu, ui_->PeekMenu, ui_->HelpHelpMenu})
+        action->setEnabled(false);
+}
+
+TavloController::~TavloController() = default;
+
+QMdiArea* TavloController::mdiArea() const { return ui_->MDIArea; }
+
+void TavloController::clearDefaults() {
+    const auto answer = session_.prompter.message(
+        "About to Clear Defaults",
+        "This will clear any Defaults you've set for Preset Parameter fields.  Are you sure you want to continue?",
+        MessageButtons::YesNo);
+    if (answer != MessageAnswer::Yes) return;
+    try {
+        Database& db = session_.pool.db();
+        Transaction transaction(db);
+        db.exec("DELETE FROM DefaultsTable");
+        db.exec("DELETE FROM MessageStringRec WHERE MapType = 'D'");
+        transaction.commit();
+    } catch (const DatabaseError&) {
+        session_.prompter.message("Database Error", "There has been a Database Error");
+    }
+}
+
+void TavloController::restoreGeometryFromPool() {
+    const auto rows = ReadWindowStates(session_.pool.db());
+    const WindowStateRow* main = nullptr;
+    const WindowStateRow* size = nullptr;
+    for (const auto& row : rows) {
+        if (row.Window == "MAIN") main = &row;
+        if (row.Window == "MAIN2") size = &row;
+    }
+    if (!main || !size) return;
+    if (size->Left > 200 && size->Top > 150) resize(size->Left, size->Top);
+    move(main->Left, main->Top);
+    if (main->WindowState == 2) setWindowState(Qt::WindowMaximized);
+    else if (main->WindowState == 1) setWindowState(Qt::WindowMinimized);
+}
+
+void TavloController::closeEvent(QCloseEvent* event) {
+    session_.flags.Quitting = true;
+    const int state = isMaximized() ? 2 : isMinimized() ? 1 : 0;
+    std::vector<WindowStateRow> rows;
+    for (const std::string& name : WindowStateNames()) {
+        WindowStateRow row;
+        row.Window = name;
+        if (name == "MAIN") {
+            row.Left = x();
+            row.Top = y();
+            row.WindowState = state;
+            row.Visible = true;
+        } else if (name == "MAIN2") {
+            row.Left = width();
+            row.Top = height();
+            row.WindowState = state;
+            row.Visible = true;
+        } else if (name == "PresetComparatorForm") {
+            row.LoadedName = "-100";
+        }
+        rows.push_back(row);
+    }
+    if (!QuitMenu(session_, rows)) {
+        session_.flags.Quitting = false;
+        event->ignore();
+        return;
+    }
+    event->accept();
+}
+
+}  // namespace tavlo

@@ -1,0 +1,36 @@
+#pragma once
+#include <QMainWindow>
+#include <memory>
+
+namespace Ui {
+class TavloController;
+}
+class QMdiArea;
+
+namespace tavlo {
+
+class Session;
+
+// The main window: an MDI frame with the menu bar in which every other
+// window lives.
+class TavloController : public QMainWindow {
+    Q_OBJECT
+public:
+    explicit TavloController(Session& session, QWidget* parent = nullptr);
+    ~TavloController() override;
+
+    QMdiArea* mdiArea() const;
+    // Puts the main window where the last run left it.
+    void restoreGeometryFromPool();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void clearDefaults();
+
+    Session& session_;
+    std::unique_ptr<Ui::TavloController> ui_;
+};
+
+}  // namespace tavlo

@@ -1,0 +1,148 @@
+#include "ui/QtPrompter.h"
+
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QDialog>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QInputDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "ui/QtText.h"
+
+namespace tavlo {
+
+QString QtFileFilter(const std::string& filter) {
+    const QStringList parts = toQt(filter).split('|');
+    QStringList filters;
+    for (int i = 0; i + 1 < parts.size(); i += 2) filters << parts[i];
+    if (filters.isEmpty() && !parts.isEmpty()) filters << parts[0];
+    return filters.join(";;");
+}
+
+MessageAnswer QtPrompter::message(const std::string& title, const std::string& text, MessageButtons buttons) {
+    QMessageBox box(parent_);
+    box.setObjectName("MessageBox");
+    box.setWindowTitle(toQt(title));
+    box.setText(toQt(text));
+    switch (buttons) {
+        case MessageButtons::OK:
+            box.setIcon(QMessageBox::Information);
+            box.setStandardButtons(QMessageBox::Ok);
+            break;
+        case MessageButtons::OKCancel: box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel); break;
+        case MessageButtons::YesNo:
+            box.setIcon(QMessageBox::Question);
+            box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+            break;
+        case MessageButtons::YesNoCancel:
+            box.setIcon(QMessageBox::Question);
+            box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+            break;
+    }
+    switch (box.exec()) {
+        case QMessageBox::Yes: return MessageAnswer::Yes;
+        case QMessageBox::No: return MessageAnswer::No;
+        case QMessageBox::Ok: return MessageAnswer::OK;
+        default: return MessageAnswer::Cancel;
+    }
+}
+
+std::optional<std::string> QtPrompter::input(const std::string& title, const std::string& prompt,
+                                             const std::string& defaultText) {
+    bool ok = false;
+    const QString text =
+        QInputDialog::getText(parent_, toQt(title), toQt(prompt), QLineEdit::Normal, toQt(defaultText), &ok);
+    if (!ok) return std::nullopt;
+    return fromQt(text);
+}
+
+std::optional<std::string> QtPrompter::openFile(const FileRequest& request) {
+    const QString path =
+        QFileDialog::getOpenFileName(parent_, toQt(request.title), toQt(request.fileName), QtFileFilter(request.filter));
+    if (path.isEmpty()) return std::nullopt;
+    return path.toStdString();  // file names stay in the system's own encoding
+}
+
+std::optional<std::string> QtPrompter::saveFile(const FileRequest& request) {
+    QFileDialog dialog(parent_, toQt(request.title), toQt(request.fileName), QtFileFilter(request.filter));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    QString suffix = toQt(request.defaultExtension);
+    if (suffix.startsWith('.')) suffix.remove(0, 1);
+    dialog.setDefaultSuffix(suffix);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+    return dialog.selectedFiles().first().toStdString();
+}
+
+ChoiceAnswer QtPrompter::choose(const ChoiceRequest& request) {
+    QDialog dialog(parent_);
+    dialog.setObjectName(QString::fromStdString(request.dialogName));
+    dialog.setWindowTitle(toQt(request.title));
+    auto* layout = new QVBoxLayout(&dialog);
+    if (!request.text.empty()) {
+        auto* label = new QLabel(toQt(request.text));
+        label->setWordWrap(true);
+        layout->addWidget(label);
+    }
+    QListWidget* list = nullptr;
+    if (!request.listItems.empty()) {
+        list = new QListWidget;
+        list->setObjectName("ChoiceList");
+        for (const std::string& item : request.listItems) list->addItem(toQt(item));
+        list->setCurrentRow(request.listIndex);
+        layout->addWidget(list);
+    }
+    std::vector<QLineEdit*> fields;
+    if (!request.fields.empty()) {
+        auto* form = new QFormLayout;
+        for (const auto& field : request.fields) {
+            auto* edit = new QLineEdit(toQt(field.text));
+            edit->setObjectName(QString::fromStdString(field.objectName));
+            form->addRow(toQt(field.label), edit);
+            fields.push_back(edit);
+        }
+        layout->addLayout(form);
+    }
+    std::vector<QCheckBox*> checks;
+    for (const auto& check : request.checks) {
+        auto* box = new QCheckBox(toQt(check.caption));
+        box->setObjectName(QString::fromStdString(check.objectName));
+        box->setChecked(check.checked);
+        box->setEnabled(check.enabled);
+        layout->addWidget(box);
+        checks.push_back(box);
+    }
+    auto* row = new QHBoxLayout;
+    row->addStretch();
+    int chosen = -1;
+    for (std::size_t i = 0; i < request.buttons.size(); ++i) {
+        const auto& spec = request.buttons[i];
+        auto* button = new QPushButton(toQt(spec.caption));
+        button->setObjectName(QString::fromStdString(spec.objectName));
+        button->setEnabled(spec.enabled);
+        button->setAutoDefault(false);
+        QObject::connect(button, &QPushButton::clicked, &dialog, [&dialog, &chosen, i] {
+            chosen = static_cast<int>(i);
+            dialog.accept();
+        });
+        row->addWidget(button);
+    }
+    layout->addLayout(row);
+    dialog.exec();
+
+    ChoiceAnswer answer;
+    answer.button = chosen;
+    for (QCheckBox* box : checks) answer.checks.push_back(box->isChecked());
+    answer.listIndex = list ? list->currentRow() : -1;
+    for (QLineEdit* edit : fields) answer.fields.push_back(fromQt(edit->text()));
+    return answer;
+}
+
+}  // namespace tavlo

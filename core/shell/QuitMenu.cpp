@@ -1,0 +1,19 @@
+#include "shell/QuitMenu.h"
+
+#include "shell/Session.h"
+
+namespace tavlo {
+
+bool QuitMenu(Session& session, const std::vector<WindowStateRow>& windows) {
+    // Positions are written before any question: a cancelled exit leaves them
+    // written, which is harmless as the next exit rewrites them.
+    try {
+        WriteWindowStates(session.pool.db(), windows);
+    } catch (const DatabaseError&) {
+        session.prompter.message("Database Error", "There has been a Database Error");
+    }
+    session.pool.close();
+    return true;
+}
+
+}  // namespace tavlo

@@ -1,0 +1,34 @@
+#pragma once
+#include "editor/EditorState.h"
+#include "memimage/MemImageState.h"
+#include "midilink/MidiConfig.h"
+#include "midistrings/StringWorkArea.h"
+#include "pool/PoolDatabase.h"
+#include "shell/SessionFlags.h"
+#include "ui/Prompter.h"
+#include "ui/Pump.h"
+#include "ui/StatusView.h"
+
+namespace tavlo {
+
+// What a classic desktop program would keep in its windows and module flags:
+// one object, owned by the program (or a test), handed to every flow.
+class Session {
+public:
+    Session(PoolDatabase& pool, Prompter& prompter, StatusView& status, Pump& pump, Clock& clock)
+        : pool(pool), prompter(prompter), status(status), pump(pump), clock(clock) {}
+
+    PoolDatabase& pool;
+    Prompter& prompter;
+    StatusView& status;
+    Pump& pump;
+    Clock& clock;
+
+    MidiConfig midi;
+    EditorState editor;
+    MemImageState memImage;
+    StringWorkArea stringWork;
+    SessionFlags flags;
+};
+
+}  // namespace tavlo

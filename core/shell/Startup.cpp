@@ -1,0 +1,30 @@
+#include "shell/Startup.h"
+
+#include "pool/PoolDatabase.h"
+#include "shell/Session.h"
+#include "ui/Prompter.h"
+
+namespace tavlo {
+
+bool OpenPoolForStartup(PoolDatabase& pool, const std::string& path, Prompter& prompter) {
+    const PoolOpenResult result = pool.open(path);
+    if (result.ok()) return true;
+    const PoolMessage message = PoolOpenMessage(result, path);
+    prompter.message(message.title, message.text);
+    return false;
+}
+
+void PrepareSession(Session& session) {
+    Database& db = session.pool.db();
+    Statement removeScenes = db.prepare("DELETE FROM SceneRec WHERE PresetREF = :ID");
+    removeScenes.bind(":ID", session.pool.InitializedPresetID());
+    removeScenes.run();
+
+    session.editor.preset = WorkingPreset{};
+    session.editor.PristinePreset = session.editor.preset;
+    session.memImage.clearSceneList();
+    session.editor.notifyChanged();
+    session.memImage.notifyChanged();
+}
+
+}  // namespace tavlo

@@ -1,0 +1,72 @@
+#pragma once
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tavlo {
+
+// Buttons of a message box, as the user sees them.
+enum class MessageButtons { OK, OKCancel, YesNo, YesNoCancel };
+enum class MessageAnswer { OK, Cancel, Yes, No };
+
+// A program's own small dialog (clash choice, store kind, print type, spread
+// range, scene pick, map to device, ...) described as data: a question with
+// push buttons, check boxes, an optional pick list and optional text fields.
+// Callers wrap it in a typed function; the toolkit builds one dialog for all.
+struct ChoiceRequest {
+    struct Check {
+        std::string objectName;
+        std::string caption;
+        bool checked = false;
+        bool enabled = true;
+    };
+    struct Button {
+        std::string objectName;
+        std::string caption;
+        bool enabled = true;
+    };
+    struct Field {
+        std::string objectName;
+        std::string label;
+        std::string text;
+    };
+    std::string dialogName;  // the window's own name, e.g. "MemImageOrPoolChoiceForm"
+    std::string title;
+    std::string text;
+    std::vector<Button> buttons;
+    std::vector<Check> checks;
+    std::vector<std::string> listItems;  // a pick list when not empty
+    int listIndex = -1;
+    std::vector<Field> fields;
+};
+
+struct ChoiceAnswer {
+    int button = -1;            // index into ChoiceRequest::buttons; -1 = closed
+    std::vector<bool> checks;   // one per ChoiceRequest::checks
+    int listIndex = -1;
+    std::vector<std::string> fields;
+};
+
+struct FileRequest {
+    std::string title;
+    std::string filter;            // "Sysex Files (*.syx)|*.syx" form
+    std::string defaultExtension;  // ".syx"
+    std::string fileName;          // proposed name or start folder
+};
+
+// Every message box, question, input box and file dialog goes through here.
+// Titles and texts are passed exactly as the user is to read them.
+class Prompter {
+public:
+    virtual ~Prompter() = default;
+    virtual MessageAnswer message(const std::string& title, const std::string& text,
+                                  MessageButtons buttons = MessageButtons::OK) = 0;
+    // Returns nothing when the user cancelled.
+    virtual std::optional<std::string> input(const std::string& title, const std::string& prompt,
+                                             const std::string& defaultText = {}) = 0;
+    virtual std::optional<std::string> openFile(const FileRequest& request) = 0;
+    virtual std::optional<std::string> saveFile(const FileRequest& request) = 0;
+    virtual ChoiceAnswer choose(const ChoiceRequest& request) = 0;
+};
+
+}  // namespace tavlo

@@ -1,0 +1,52 @@
+#pragma once
+#include <functional>
+#include <iosfwd>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tavlo::cli {
+
+// Exit statuses of tavlo-cli.
+inline constexpr int kExitOk = 0;
+inline constexpr int kExitFailed = 1;     // the thing checked is not sound
+inline constexpr int kExitBadInput = 2;   // a file, dump or text that is refused
+inline constexpr int kExitTimedOut = 3;   // the device did not answer
+inline constexpr int kExitUsage = 64;
+
+// The words after the command: positional arguments and "--name value" options.
+class CliArgs {
+public:
+    CliArgs(std::vector<std::string> words, std::vector<std::string> valueOptions);
+    const std::vector<std::string>& positional() const { return positional_; }
+    std::optional<std::string> option(const std::string& name) const;
+    bool flag(const std::string& name) const;
+    // The pool to use: --pool PATH, else the user's own.
+    std::string poolPath() const;
+    // Text of an unknown option or a missing value, empty when all is well.
+    const std::string& error() const { return error_; }
+
+private:
+    std::vector<std::string> positional_;
+    std::map<std::string, std::string> options_;
+    std::vector<std::string> flags_;
+    std::string error_;
+};
+
+struct CliCommand {
+    std::string name;                       // "pool check", "contents"
+    std::string usage;                      // one line for the help text
+    std::vector<std::string> valueOptions;  // options that take a value
+    std::function<int(const CliArgs&, std::ostream& out, std::ostream& err)> run;
+};
+
+// Each command group registers its commands from its own source file.
+void RegisterCommand(CliCommand command);
+const std::map<std::string, CliCommand>& Commands();
+
+struct CommandRegistrar {
+    explicit CommandRegistrar(CliCommand command) { RegisterCommand(std::move(command)); }
+};
+
+}  // namespace tavlo::cli
