@@ -1,6 +1,7 @@
 #pragma once
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tavlo {
 
@@ -40,6 +41,11 @@ bool IsDeviceMessage(std::string_view message);
 int DeviceMessageCommand(std::string_view message);
 // The device identifier byte, or -1.
 int DeviceMessageId(std::string_view message);
+
+// The system exclusive messages of a byte stream (a .syx file), each from
+// its F0 to its F7; bytes outside them are skipped. An ALL GLOBALS of the
+// original PC1600, which carries an F7 inside, is kept whole.
+std::vector<std::string> SplitSysex(std::string_view bytes);
 
 // Milliseconds that `bytes` take on a MIDI cable.
 long long WireTimeMs(std::size_t bytes);

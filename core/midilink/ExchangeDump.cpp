@@ -76,7 +76,8 @@ ExchangeResult ExchangeDump(Session& session, const ExchangeRequest& request) {
 
     session.flags.TimedOut = false;
     if (!manual) {
-        timer.setInterval(WaitInterval(request.row, session.midi.TimeoutIndex));
+        timer.setInterval(request.interval > 0 ? request.interval
+                                                : WaitInterval(request.row, session.midi.TimeoutIndex));
         timer.start(session.clock.now());
     }
     while (link.MIDIIn.count() >= 1) link.MIDIIn.remove();

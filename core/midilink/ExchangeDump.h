@@ -35,6 +35,9 @@ struct ExchangeRequest {
     std::string automaticPrompt;
     IntervalRow row = IntervalRow::SinglePreset;
     TimeoutFlow flow = TimeoutFlow::SinglePreset;
+    // A tick of its own instead of the table's (scripts that set their own
+    // time-out); 0 takes the table.
+    std::int64_t interval = 0;
 };
 
 struct ExchangeResult {

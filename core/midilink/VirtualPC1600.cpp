@@ -100,19 +100,9 @@ std::string VirtualPC1600::memoryAsSyx() const { return allPresetsDump() + allSc
 
 bool VirtualPC1600::loadMemory(std::string_view bytes, std::string& error) {
     int taken = 0;
-    std::size_t at = bytes.find('\xF0');
-    while (at != std::string_view::npos) {
-        const std::size_t end = bytes.find('\xF7', at);
-        if (end == std::string_view::npos) break;
-        // A PC1600 model's ALL GLOBALS carries an F7 inside; take its full length.
-        std::size_t stop = end;
-        if (DeviceMessageCommand(bytes.substr(at)) == DeviceCommand::AllGlobals &&
-            at + kAllGlobalsLength1600 <= bytes.size() && end - at + 1 < kAllGlobalsLength1600)
-            stop = at + kAllGlobalsLength1600 - 1;
-        const std::string_view message = bytes.substr(at, stop - at + 1);
+    for (const std::string& message : SplitSysex(bytes)) {
         const int command = DeviceMessageCommand(message);
         if (command >= DeviceCommand::AllPresets && command <= DeviceCommand::PresetDump && store(message)) ++taken;
-        at = bytes.find('\xF0', stop + 1);
     }
     if (taken == 0) {
         error = "The file holds no PC1600(x) dump.";
