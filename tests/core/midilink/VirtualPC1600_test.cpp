@@ -190,3 +190,43 @@ TEST(VirtualDeviceBackend, RepliesWaitForTheDelayAndTheWireWhenPaced) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST(VirtualPC1600Cleared, EverySlotAndTheEditBufferHoldTheInitializedPreset) {
+    for (bool pc1600Model : {false, true}) {
+        VirtualPC1600 device({.deviceId = 3, .pc1600Model = pc1600Model});
+        const std::string presets = OnlyReply(device, DeviceRequest(3, 0x11));
+        const auto parsed = ParseAllPresetsDump(presets);
+        ASSERT_TRUE(parsed) << pc1600Model;
+        const auto names = AllPresetsNames(presets);
+        const auto initialized = EntryFromPresetDump(InitializedPresetDump(pc1600Model));
+        ASSERT_TRUE(initialized);
+        for (int k = 0; k < kAllPresetsEntries; ++k) {
+            EXPECT_EQ(names[static_cast<std::size_t>(k)], "--Initialized-- ") << k;
+            EXPECT_EQ(parsed->entries[static_cast<std::size_t>(k)], *initialized) << k;
+            // An empty preset's body: 36 records of Length 1, 72 raw bytes.
+            EXPECT_EQ(parsed->entries[static_cast<std::size_t>(k)].size, 72) << k;
+        }
+        EXPECT_EQ(presets.size(), 1849u + 51u * 144u + 1u);
+        const std::string editBuffer = OnlyReply(device, DeviceRequest(3, 0x14));
+        EXPECT_EQ(editBuffer.size(), 188u);
+        EXPECT_EQ(editBuffer.substr(7), InitializedPresetDump(pc1600Model).substr(7));
+        // The scenes are all empty, marked as the model marks them.
+        const std::string scenes = OnlyReply(device, DeviceRequest(3, 0x12));
+        for (int s = 0; s < kAllScenesRecords; ++s)
+            EXPECT_EQ(scenes.substr(8 + kSceneRecordLength * static_cast<std::size_t>(s), kSceneRecordLength),
+                      EmptySceneRecord(pc1600Model));
+    }
+}
+
+TEST(VirtualPC1600Cleared, ClearingForgetsWhatWasStored) {
+    VirtualPC1600 device;
+    const std::string cleared = device.memoryAsSyx();
+    device.receive(BuildAllPresetsDump(0, 3, SampleEntries(40)));
+    EXPECT_NE(device.memoryAsSyx(), cleared);
+    device.clearMemory();
+    EXPECT_EQ(device.memoryAsSyx(), cleared);
+}
+
+}  // namespace
