@@ -9,6 +9,8 @@ class QMdiArea;
 
 namespace tavlo {
 
+class MIDIForm;
+class PeekForm;
 class Session;
 
 // The main window: an MDI frame with the menu bar in which every other
@@ -28,9 +30,12 @@ protected:
 
 private:
     void clearDefaults();
+    void startMidi();
 
     Session& session_;
     std::unique_ptr<Ui::TavloController> ui_;
+    MIDIForm* midiForm_ = nullptr;  // owned as a child window
+    PeekForm* peekForm_ = nullptr;
 };
 
 }  // namespace tavlo

@@ -40,6 +40,8 @@ public:
     WaitTimer waitTimer;
     std::string LearnTolerance;  // kept in the Tag of MIDIIn, as ever
     MIDIFormState form;
+    // PeekForm's list of the names in the device.
+    ListState PeekList;
 
 private:
     std::shared_ptr<VirtualDeviceBackend> virtual_;

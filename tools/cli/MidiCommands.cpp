@@ -8,7 +8,7 @@
 #include "CliCommand.h"
 #include "midilink/DeviceMessages.h"
 #include "midilink/ExchangeDump.h"
-#include "midilink/MIDIForm.h"
+#include "midilink/MIDIFormOperations.h"
 #include "midilink/RtMidiBackend.h"
 #include "pool/PoolDatabase.h"
 #include "shell/Session.h"

@@ -1,4 +1,4 @@
-#include "midilink/MIDIForm.h"
+#include "midilink/MIDIFormOperations.h"
 
 #include <gtest/gtest.h>
 
