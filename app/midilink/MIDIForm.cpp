@@ -14,7 +14,10 @@ namespace tavlo {
 MIDIForm::MIDIForm(Session& session, QWidget* parent)
     : QDialog(parent), session_(session), ui_(std::make_unique<Ui::MIDIForm>()) {
     ui_->setupUi(this);
-    for (int channel = 1; channel <= 16; ++channel) ui_->MIDIChannelCombo->addItem(QString::number(channel));
+    for (int channel = 1; channel <= 16; ++channel) {
+        ui_->MIDIChannelCombo->addItem(QString::number(channel));
+        ui_->VirtualChannelCombo->addItem(QString::number(channel));
+    }
 
     MidiLink& link = session_.midiLink;
     connect(ui_->MIDIInDevicesList, &QListWidget::itemClicked, this,
@@ -60,6 +63,34 @@ MIDIForm::MIDIForm(Session& session, QWidget* parent)
         settings.replyDelayMs = ms;
         session_.midiLink.virtualDevice().setSettings(settings);
     });
+    connect(ui_->VirtualChannelCombo, &QComboBox::currentIndexChanged, this, [this](int index) {
+        if (refreshing_ || index < 0) return;
+        VirtualDeviceSettings settings = session_.midiLink.virtualDevice().settings();
+        settings.deviceId = index;
+        session_.midiLink.virtualDevice().setSettings(settings);
+    });
+    connect(ui_->VirtualModelCheck, &QCheckBox::toggled, this, [this](bool on) {
+        if (refreshing_) return;
+        VirtualDeviceSettings settings = session_.midiLink.virtualDevice().settings();
+        settings.pc1600Model = on;
+        session_.midiLink.virtualDevice().setSettings(settings);
+    });
+    connect(ui_->VirtualLoadButton, &QPushButton::clicked, this, [this] {
+        const auto path = session_.prompter.openFile(
+            {"Load the Memory of the Virtual PC1600", "Sysex Files (*.syx)|*.syx", ".syx", ""});
+        std::string error;
+        if (path && !session_.midiLink.virtualDevice().loadFile(*path, error))
+            session_.prompter.message("Cannot Load Sysex File", error);
+    });
+    connect(ui_->VirtualSaveButton, &QPushButton::clicked, this, [this] {
+        const auto path = session_.prompter.saveFile(
+            {"Save the Memory of the Virtual PC1600", "Sysex Files (*.syx)|*.syx", ".syx", "PC1600 Memory.syx"});
+        std::string error;
+        if (path && !session_.midiLink.virtualDevice().saveFile(*path, error))
+            session_.prompter.message("Cannot Save Sysex File", error);
+    });
+    connect(ui_->VirtualClearButton, &QPushButton::clicked, this,
+            [this] { session_.midiLink.virtualDevice().clearMemory(); });
     connect(ui_->TestButton, &QPushButton::clicked, this, [this] { TestButton(session_); });
     connect(ui_->OKButton, &QPushButton::clicked, this, &MIDIForm::ok);
 
@@ -103,6 +134,8 @@ void MIDIForm::refresh() {
     for (const auto& line : form.PrinterCombo.lines()) ui_->PrinterCombo->addItem(toQt(line.text));
     ui_->PrinterCombo->setCurrentIndex(form.PrinterCombo.listIndex());
     const VirtualDeviceSettings& device = session_.midiLink.virtualDevice().settings();
+    ui_->VirtualChannelCombo->setCurrentIndex(device.deviceId);
+    ui_->VirtualModelCheck->setChecked(device.pc1600Model);
     ui_->VirtualPacingCheck->setChecked(device.wirePacing);
     ui_->VirtualDelaySpin->setValue(device.replyDelayMs);
     // The channel search disables everything, both model options included.

@@ -4,6 +4,7 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QSpinBox>
 #include <QtTest>
 
 #include "TestSession.h"
@@ -26,6 +27,7 @@ private slots:
     void closingByTheFrameWithBadValuesKeepsItOpen();
     void settingsReachTheConfigurationRow();
     void aPortThatCannotOpenIsNamed();
+    void theVirtualDevicesSettingsAndMemory();
 };
 
 namespace {
@@ -227,6 +229,45 @@ void MIDIFormTest::aPortThatCannotOpenIsNamed() {
     ClickLine(Find<QListWidget>(form, "MIDIOutDevicesList"), 1);
     QVERIFY(ts->midiLink.MIDIOut.isOpen());
     QCOMPARE(ts->midiLink.MIDIOut.openName(), std::string("Free Port"));
+}
+
+void MIDIFormTest::theVirtualDevicesSettingsAndMemory() {
+    TestSession ts;
+    MIDIForm form(*ts);
+    LoadMidiConfiguration(*ts);
+    Find<QComboBox>(form, "VirtualChannelCombo")->setCurrentIndex(4);
+    Find<QSpinBox>(form, "VirtualDelaySpin")->setValue(300);
+    Find<QCheckBox>(form, "VirtualPacingCheck")->click();
+    const VirtualDeviceSettings& settings = ts->midiLink.virtualDevice().settings();
+    QCOMPARE(settings.deviceId, 4);
+    QCOMPARE(settings.replyDelayMs, 300);
+    QVERIFY(settings.wirePacing);
+
+    // Slow as it is now, the search still finds it on its channel.
+    ts.prompter.expectMessage("Received Response", "Your PC1600(x) was found on MIDI In Channel 05!",
+                              MessageAnswer::OK);
+    QTest::mouseClick(Find<QPushButton>(form, "TestButton"), Qt::LeftButton);
+    QVERIFY(ts.prompter.done());
+
+    // Its memory goes to a file and comes back; a file without a dump is refused.
+    const std::string saved = ts.dir.file("memory.syx");
+    ts.prompter.expectSaveFile("Save the Memory of the Virtual PC1600", saved);
+    QTest::mouseClick(Find<QPushButton>(form, "VirtualSaveButton"), Qt::LeftButton);
+    const std::string before = ts->midiLink.virtualDevice().memoryAsSyx();
+    QFile junk(QString::fromStdString(ts.dir.file("junk.syx")));
+    QVERIFY(junk.open(QIODevice::WriteOnly));
+    junk.write("not a dump");
+    junk.close();
+    ts.prompter.expectOpenFile("Load the Memory of the Virtual PC1600", ts.dir.file("junk.syx"));
+    ts.prompter.expectMessage("Cannot Load Sysex File", "The file holds no PC1600(x) dump.", MessageAnswer::OK);
+    QTest::mouseClick(Find<QPushButton>(form, "VirtualLoadButton"), Qt::LeftButton);
+    QVERIFY(ts.prompter.done());
+    QCOMPARE(ts->midiLink.virtualDevice().memoryAsSyx(), before);
+    ts.prompter.expectOpenFile("Load the Memory of the Virtual PC1600", saved);
+    QTest::mouseClick(Find<QPushButton>(form, "VirtualLoadButton"), Qt::LeftButton);
+    QVERIFY(ts.prompter.done());
+    QCOMPARE(ts.prompter.seen().size(), std::size_t(5));
+    QCOMPARE(ts->midiLink.virtualDevice().memoryAsSyx(), before);
 }
 
 QTEST_MAIN(MIDIFormTest)
