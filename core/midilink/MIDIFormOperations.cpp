@@ -1,5 +1,6 @@
 #include "midilink/MIDIFormOperations.h"
 
+#include <algorithm>
 #include <limits>
 
 #include "memimage/MemImageState.h"
@@ -15,12 +16,20 @@ namespace {
 constexpr const char* kCaption = "Midi Configuration";
 
 template <typename Port>
-bool ReopenPort(Session& session, Port& port, const ListState& list, const char* which) {
+bool ReopenPort(Session& session, Port& port, const ListState& list, const std::vector<std::string>& names,
+                const char* which) {
     port.close();
     port.setDeviceNumber(list.listIndex());
     if (list.listIndex() < 0) return false;
+    // Devices may have come or gone since the list was filled: the line's
+    // name, not its number, says which device was meant.
     std::string error;
-    if (port.open(error)) return true;
+    if (port.productName() != list.text()) {
+        const auto it = std::find(names.begin(), names.end(), list.text());
+        port.setDeviceNumber(it == names.end() ? -1 : static_cast<int>(it - names.begin()));
+        if (it == names.end()) error = "The device \"" + list.text() + "\" is not present on this system.";
+    }
+    if (error.empty() && port.open(error)) return true;
     session.prompter.message("Cannot Open MIDI Port",
                              std::string("The ") + which + " could not be opened.  " + error +
                                  "  Please choose another device in the MIDI Configuration.");
@@ -42,25 +51,29 @@ void SetInputFilters(Session& session) {
 bool MIDIInDevicesList_Click(Session& session) {
     MidiLink& link = session.midiLink;
     link.MIDIIn.setBuffering(false);
-    const bool open = ReopenPort(session, link.MIDIIn, link.form.MIDIInDevicesList, "MIDI In port");
+    const bool open = ReopenPort(session, link.MIDIIn, link.form.MIDIInDevicesList, link.devices.inputNames(),
+                                 "MIDI In port");
     if (open) SetInputFilters(session);
     return open;
 }
 
 bool MIDIOutDevicesList_Click(Session& session) {
     MidiLink& link = session.midiLink;
-    return ReopenPort(session, link.MIDIOut, link.form.MIDIOutDevicesList, "MIDI Out port");
+    return ReopenPort(session, link.MIDIOut, link.form.MIDIOutDevicesList, link.devices.outputNames(),
+                      "MIDI Out port");
 }
 
 bool MIDILearnInDeviceList_Click(Session& session) {
     MidiLink& link = session.midiLink;
     link.MIDILearnIn.setBuffering(false);
-    return ReopenPort(session, link.MIDILearnIn, link.form.MIDILearnInDeviceList, "MIDI Learn In port");
+    return ReopenPort(session, link.MIDILearnIn, link.form.MIDILearnInDeviceList, link.devices.inputNames(),
+                      "MIDI Learn In port");
 }
 
 bool MIDISimOutDeviceList_Click(Session& session) {
     MidiLink& link = session.midiLink;
-    return ReopenPort(session, link.MIDISimOut, link.form.MIDISimOutDeviceList, "MIDI Simulation Out port");
+    return ReopenPort(session, link.MIDISimOut, link.form.MIDISimOutDeviceList, link.devices.outputNames(),
+                      "MIDI Simulation Out port");
 }
 
 long FreeMemoryValue(const std::string& text) {
@@ -254,12 +267,18 @@ bool LoadMidiConfiguration(Session& session) {
     if (firstRun) {
         // Nothing configured and nothing but the virtual device to talk to:
         // a new user without hardware starts on it.
-        const bool onlyVirtual = inputs == std::vector<std::string>{kVirtualDeviceName} &&
-                                 outputs == std::vector<std::string>{kVirtualDeviceName};
+        // ALSA's "Midi Through" port is on every Linux machine and leads
+        // nowhere: it doesn't count as a device.
+        const auto onlyVirtualIn = [](const std::vector<std::string>& names) {
+            return std::all_of(names.begin(), names.end(), [](const std::string& name) {
+                return name == kVirtualDeviceName || name.find("Midi Through") != std::string::npos;
+            });
+        };
+        const bool onlyVirtual = onlyVirtualIn(inputs) && onlyVirtualIn(outputs);
         if (onlyVirtual)
             for (ListState* list : {&form.MIDIInDevicesList, &form.MIDIOutDevicesList, &form.MIDILearnInDeviceList,
                                     &form.MIDISimOutDeviceList})
-                list->setListIndex(0);
+                list->setListIndex(list->findText(kVirtualDeviceName));
     }
     MIDIOutDevicesList_Click(session);
     MIDIInDevicesList_Click(session);

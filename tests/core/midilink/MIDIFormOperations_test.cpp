@@ -206,6 +206,16 @@ TEST(MIDIFormFirstRun, WithNoOtherDeviceTheVirtualPC1600IsSelectedAndFound) {
     EXPECT_EQ(ReadRow(*ts).out, kVirtualDeviceName);
 }
 
+TEST(MIDIFormFirstRun, ALSAsMidiThroughDoesNotCountAsADevice) {
+    TestSession ts;
+    ts->midiLink.setSystemBackend(std::make_shared<LoopbackBackend>(
+        std::vector<std::string>{"Midi Through:Midi Through Port-0 14:0"}));
+    EXPECT_TRUE(LoadMidiConfiguration(*ts));
+    EXPECT_EQ(ts->midiLink.form.MIDIInDevicesList.text(), kVirtualDeviceName);
+    EXPECT_EQ(ts->midiLink.form.MIDISimOutDeviceList.text(), kVirtualDeviceName);
+    EXPECT_EQ(ts->midiLink.MIDIOut.openName(), kVirtualDeviceName);
+}
+
 TEST(MIDIFormFirstRun, WithOtherDevicesNothingIsSelected) {
     TestSession ts;
     ts->midiLink.setSystemBackend(std::make_shared<LoopbackBackend>(std::vector<std::string>{"USB MIDI"}));
@@ -279,6 +289,29 @@ TEST_F(MIDIFormTest, APortThatCannotOpenIsNamedAndTheOthersStillOpen) {
     EXPECT_NE(text.find("in use by another program"), std::string::npos) << text;
     EXPECT_TRUE(MIDIOutDevicesList_Click(*ts));
     EXPECT_TRUE(ts->midiLink.MIDIOut.isOpen());
+    EXPECT_FALSE(ts->midiLink.MIDIIn.isOpen());
+}
+
+}  // namespace
+
+namespace {
+
+TEST_F(MIDIFormTest, AClickOpensTheDeviceOfTheLineEvenWhenDevicesChangedMeanwhile) {
+    LoadMidiConfiguration(*ts);
+    ts->midiLink.form.MIDIOutDevicesList.setListIndex(1);  // "Interface 2"
+    // A device was unplugged after the list was filled.
+    auto fewer = std::make_shared<LoopbackBackend>(std::vector<std::string>{"Interface 2"});
+    ts->midiLink.setSystemBackend(fewer);
+    EXPECT_TRUE(MIDIOutDevicesList_Click(*ts));
+    EXPECT_EQ(ts->midiLink.MIDIOut.openName(), "Interface 2");
+    // One that is gone altogether is named, and the port stays closed.
+    ts->midiLink.form.MIDIInDevicesList.setListIndex(0);  // "Interface 1"
+    ts.prompter.expectMessage("Cannot Open MIDI Port",
+                              "The MIDI In port could not be opened.  The device \"Interface 1\" is not present on "
+                              "this system.  Please choose another device in the MIDI Configuration.",
+                              MessageAnswer::OK);
+    EXPECT_FALSE(MIDIInDevicesList_Click(*ts));
+    EXPECT_TRUE(ts.prompter.done());
     EXPECT_FALSE(ts->midiLink.MIDIIn.isOpen());
 }
 
