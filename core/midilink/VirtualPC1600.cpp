@@ -38,6 +38,14 @@ std::string VirtualPC1600::allGlobalsDump() const {
 
 std::string VirtualPC1600::editBufferDump() const { return PresetDumpFromEntry(settings_.deviceId, editBuffer_); }
 
+bool VirtualPC1600::fits(const std::array<AllPresetsEntry, 50>& slots, const AllPresetsEntry& editBuffer) {
+    // The directory's running total is four hex digits: a memory that
+    // can't be dumped is refused, as a full device refuses a preset.
+    long total = editBuffer.size;
+    for (const auto& slot : slots) total += slot.size;
+    return total <= 0xFFFF;
+}
+
 bool VirtualPC1600::store(std::string_view message) {
     switch (DeviceMessageCommand(message)) {
     case DeviceCommand::AllPresets: {
@@ -59,7 +67,7 @@ bool VirtualPC1600::store(std::string_view message) {
     case DeviceCommand::PresetDump: {
         if (static_cast<unsigned char>(message.back()) != 0xF7) return false;
         const auto entry = EntryFromPresetDump(message);
-        if (!entry) return false;
+        if (!entry || !fits(slots_, *entry)) return false;
         editBuffer_ = *entry;
         return true;
     }
@@ -89,10 +97,15 @@ std::vector<std::string> VirtualPC1600::receive(std::string_view message) {
         }
         break;
     case DeviceCommand::WriteEditBuffer:
-        if (const int slot = slotArgument(); slot >= 0) slots_[static_cast<std::size_t>(slot)] = editBuffer_;
+        if (const int slot = slotArgument(); slot >= 0) {
+            auto slots = slots_;
+            slots[static_cast<std::size_t>(slot)] = editBuffer_;
+            if (fits(slots, editBuffer_)) slots_ = slots;
+        }
         break;
     default: store(message); break;
     }
+    std::erase_if(replies, [](const std::string& reply) { return reply.empty(); });
     return replies;
 }
 

@@ -56,6 +56,7 @@ public:
 
 private:
     bool store(std::string_view message);
+    static bool fits(const std::array<AllPresetsEntry, 50>& slots, const AllPresetsEntry& editBuffer);
 
     VirtualDeviceSettings settings_;
     std::array<AllPresetsEntry, 50> slots_;

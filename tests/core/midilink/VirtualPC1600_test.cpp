@@ -230,3 +230,51 @@ TEST(VirtualPC1600Cleared, ClearingForgetsWhatWasStored) {
 }
 
 }  // namespace
+
+namespace {
+
+// Random damage to every kind of message: the device never crashes, answers
+// only well-formed requests, and keeps a memory it can still dump.
+TEST(VirtualPC1600Damage, RandomMessagesNeverBreakTheDevice) {
+    VirtualPC1600 device;
+    const std::string good[] = {BuildAllPresetsDump(0, 0, SampleEntries(30)), device.allScenesDump(),
+                                device.allGlobalsDump(), device.editBufferDump()};
+    unsigned seed = 42;
+    auto next = [&] {
+        seed = seed * 1103515245u + 12345u;
+        return (seed >> 16) & 0x7FFF;
+    };
+    for (int round = 0; round < 3000; ++round) {
+        std::string message = good[next() % 4];
+        switch (next() % 4) {
+        case 0: message.resize(next() % (message.size() + 1)); break;         // cut short
+        case 1: message[next() % message.size()] = static_cast<char>(next()); break;  // one byte wrong
+        case 2: message.insert(next() % message.size(), 1, static_cast<char>(next())); break;
+        default: message = DeviceDumpHeader(0, static_cast<unsigned char>(next() % 0x30)) +
+                           std::string(next() % 40, static_cast<char>(next() % 16)) + '\xF7';
+        }
+        for (const auto& reply : device.receive(message)) {
+            ASSERT_FALSE(reply.empty());
+            EXPECT_EQ(DeviceMessageId(reply), 0);
+            EXPECT_EQ(static_cast<unsigned char>(reply.back()), 0xF7);
+        }
+    }
+    EXPECT_TRUE(ParseAllPresetsDump(device.allPresetsDump()));
+    EXPECT_TRUE(IsAllScenesDump(device.allScenesDump()));
+}
+
+TEST(VirtualPC1600Damage, APresetTooBigForTheDirectoryIsRefused) {
+    VirtualPC1600 device;
+    device.receive(BuildAllPresetsDump(0, 0, SampleEntries(1200)));  // about 61 KB of 64
+    const std::string before = device.allPresetsDump();
+    device.receive(PresetDumpFromEntry(0, SampleEntry("Huge", 9000, 3)));
+    EXPECT_TRUE(device.allPresetsDump() == before);  // the edit buffer kept what it had
+    EXPECT_TRUE(device.editBuffer() == SampleEntries(1200)[50]);
+    // One that fits is taken.
+    device.receive(PresetDumpFromEntry(0, SampleEntry("Small", 1000, 3)));
+    device.receive(DeviceSlotCommand(0, 0x20, 5));
+    EXPECT_EQ(device.slot(5), SampleEntry("Small", 1000, 3));
+    EXPECT_TRUE(IsAllGlobalsDump(device.allGlobalsDump()));
+}
+
+}  // namespace
