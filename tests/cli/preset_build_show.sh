@@ -73,6 +73,16 @@ echo '{"Buttons": [{"Function": 5, "String1": "90 3C rv"}]}' > "$dir/rv.json"
 "$cli" preset build "$dir/rv.json" --model pc1600 -o "$dir/x.syx" >/dev/null 2>&1
 [[ $? -eq 2 ]] || fail "rv on PC1600 not refused with status 2"
 
+# A setup scene read on the PC1600 model is dropped with the program's message.
+echo '{"SetupScene": "--Empty--", "SetupScenePreset": -1}' > "$dir/scene.json"
+"$cli" preset build "$dir/scene.json" -o "$dir/scene.syx" >/dev/null || fail "build with a setup scene"
+out=$("$cli" preset show "$dir/scene.syx" --model pc1600 2>"$dir/scene.err") || fail "show on PC1600"
+has "$(cat "$dir/scene.err")" "Incompatibility to PC1600: This Preset has a Setup Scene, which is incompatible with your PC1600 (non-X) model."
+has "$out" '"SetupScene": "<none>",'
+out=$("$cli" preset show "$dir/scene.syx" 2>"$dir/scene.err") || fail "show on PC1600X"
+[[ ! -s "$dir/scene.err" ]] || fail "a message on the PC1600X"
+has "$out" '"SetupScene": "--Empty--",'
+
 # Refusals name the control and exit 2.
 expect_refusal() {  # file, text in the message
   local err status
