@@ -91,7 +91,9 @@ std::vector<std::string> VirtualPC1600::receive(std::string_view message) {
     case DeviceCommand::RequestAllGlobals: replies.push_back(allGlobalsDump()); break;
     case DeviceCommand::RequestEditBuffer: replies.push_back(editBufferDump()); break;
     case DeviceCommand::SelectPreset:
-        if (const int slot = slotArgument(); slot >= 0) {
+        // The edit buffer counts in the directory too: a slot that would
+        // overflow it as the edit buffer is not selected.
+        if (const int slot = slotArgument(); slot >= 0 && fits(slots_, slots_[static_cast<std::size_t>(slot)])) {
             selected_ = slot;
             editBuffer_ = slots_[static_cast<std::size_t>(slot)];
         }

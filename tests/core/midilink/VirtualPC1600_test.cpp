@@ -277,4 +277,23 @@ TEST(VirtualPC1600Damage, APresetTooBigForTheDirectoryIsRefused) {
     EXPECT_TRUE(IsAllGlobalsDump(device.allGlobalsDump()));
 }
 
+TEST(VirtualPC1600Damage, SelectingASlotTooBigForTheDirectoryIsRefused) {
+    // Slot 0 is large and the edit buffer small: selecting slot 0 would make
+    // the memory more than four hex digits can count, and the device would
+    // have no ALL PRESETS to give.
+    AllPresetsEntries entries;
+    for (int k = 0; k < kAllPresetsEntries; ++k)
+        entries[static_cast<std::size_t>(k)] = SampleEntry("Slot", k == 0 ? 20000 : k == 50 ? 100 : 900, k + 1u);
+    VirtualPC1600 device;
+    device.receive(BuildAllPresetsDump(0, 4, entries));
+    const std::string before = device.allPresetsDump();
+    ASSERT_FALSE(before.empty());
+    device.receive(DeviceSlotCommand(0, 0x00, 0));
+    EXPECT_TRUE(OnlyReply(device, DeviceRequest(0, 0x11)) == before);  // no 300 KB diff on failure
+    EXPECT_EQ(device.selectedPreset(), 4);
+    // A slot that fits is selected.
+    device.receive(DeviceSlotCommand(0, 0x00, 7));
+    EXPECT_EQ(device.editBuffer(), entries[7]);
+}
+
 }  // namespace
