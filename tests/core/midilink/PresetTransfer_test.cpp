@@ -131,13 +131,4 @@ TEST(PeekLines, NamesComeBackWithTheirGreaterSignsAndShortDumpsGiveFewerLines) {
     // Names sit where they sit, even in a dump whose directory is damaged.
     EXPECT_EQ(PeekLines(dump.substr(0, 1700)).size(), 51u);
 }
-
-TEST(PeekLines, TheClearedVirtualDeviceShowsFiftyInitializedSlots) {
-    VirtualPC1600 device;
-    const auto lines = PeekLines(device.allPresetsDump());
-    ASSERT_EQ(lines.size(), 51u);
-    for (int k = 1; k <= 50; ++k)
-        EXPECT_EQ(lines[static_cast<std::size_t>(k)], TwoDigits(k) + ":  --Initialized-- ");
-}
-
 }  // namespace

@@ -51,9 +51,12 @@ INSTANTIATE_TEST_SUITE_P(Protocol, VirtualDeviceRequests,
 
 TEST(VirtualPC1600, IgnoresOtherIdentifiersOtherMakersAndNonsense) {
     VirtualPC1600 device({.deviceId = 2});
+    device.receive(BuildAllPresetsDump(2, 0, SampleEntries(50)));
     const std::string before = device.memoryAsSyx();
     std::string otherMaker = DeviceRequest(2, 0x11);
     otherMaker[3] = 0x41;
+    std::string cutInTheBodies = BuildAllPresetsDump(2, 0, SampleEntries(60));
+    cutInTheBodies.resize(cutInTheBodies.size() - 200);
     const std::string messages[] = {DeviceRequest(3, 0x11),
                                     DeviceRequest(0, 0x13),
                                     otherMaker,
@@ -64,11 +67,12 @@ TEST(VirtualPC1600, IgnoresOtherIdentifiersOtherMakersAndNonsense) {
                                     DeviceSlotCommand(2, 0x00, 50),   // no such slot
                                     DeviceSlotCommand(2, 0x20, 99),
                                     DeviceDumpHeader(2, 0x01) + "\x32\x00\xF7",  // far too short
+                                    cutInTheBodies + '\xF7',
                                     DeviceDumpHeader(2, 0x02) + std::string(100, 0) + '\xF7',
                                     DeviceDumpHeader(2, 0x03) + std::string(10, 0) + '\xF7',
                                     DeviceDumpHeader(2, 0x04) + "\x01\xF7"};
     for (const auto& m : messages) EXPECT_TRUE(device.receive(m).empty()) << MSBModule::BytesToHexText(m);
-    EXPECT_EQ(device.memoryAsSyx(), before);
+    EXPECT_TRUE(device.memoryAsSyx() == before);
 }
 
 TEST(VirtualPC1600, StoresEveryDumpItIsSentAndGivesItBackIntact) {
@@ -112,30 +116,23 @@ TEST(VirtualPC1600, SelectWriteAndEditBuffer) {
     EXPECT_EQ(parsed->selectedSlot, 17);
 }
 
-TEST(VirtualPC1600, ADamagedAllPresetsLeavesTheMemoryAlone) {
-    VirtualPC1600 device;
-    const std::string good = BuildAllPresetsDump(0, 0, SampleEntries(50));
-    device.receive(good);
-    std::string damaged = BuildAllPresetsDump(0, 0, SampleEntries(60));
-    damaged.resize(damaged.size() - 200);
-    damaged += '\xF7';
-    device.receive(damaged);
-    EXPECT_EQ(OnlyReply(device, DeviceRequest(0, 0x11)), good);
-}
-
+// On the original model, whose ALL GLOBALS carries an F7 inside: the file
+// must keep that dump whole.
 TEST(VirtualPC1600, MemorySavesToASyxFileAndLoadsBack) {
     TempDir dir;
-    VirtualPC1600 device({.deviceId = 3});
+    VirtualPC1600 device({.deviceId = 3, .pc1600Model = true});
     device.receive(BuildAllPresetsDump(3, 9, SampleEntries(100)));
-    std::string globals = DefaultAllGlobalsDump(3, false);
+    std::string globals = DefaultAllGlobalsDump(3, true);
+    ASSERT_EQ(static_cast<unsigned char>(globals[GlobalsOffset::RecordChannel]), 0xF7);
     globals[GlobalsOffset::ChannelIn] = 4;
     device.receive(globals);
+    ASSERT_EQ(device.allGlobalsDump(), globals);
     std::string error;
     ASSERT_TRUE(device.saveFile(dir.file("memory.syx"), error)) << error;
 
-    VirtualPC1600 other({.deviceId = 3});
+    VirtualPC1600 other({.deviceId = 3, .pc1600Model = true});
     ASSERT_TRUE(other.loadFile(dir.file("memory.syx"), error)) << error;
-    EXPECT_EQ(other.memoryAsSyx(), device.memoryAsSyx());
+    EXPECT_TRUE(other.memoryAsSyx() == device.memoryAsSyx());
 
     // Files without a dump of the device are refused with a reason, and change nothing.
     const std::string before = other.memoryAsSyx();
@@ -146,20 +143,7 @@ TEST(VirtualPC1600, MemorySavesToASyxFileAndLoadsBack) {
         EXPECT_FALSE(error.empty());
     }
     EXPECT_FALSE(other.loadFile(dir.file("missing.syx"), error));
-    EXPECT_EQ(other.memoryAsSyx(), before);
-}
-
-TEST(VirtualPC1600, TheOriginalModelsGlobalsKeepTheirInnerF7ThroughAFile) {
-    VirtualPC1600 device({.deviceId = 0, .pc1600Model = true});
-    const std::string globals = OnlyReply(device, DeviceRequest(0, 0x13));
-    ASSERT_EQ(globals.size(), 418u);
-    EXPECT_EQ(static_cast<unsigned char>(globals[413]), 0xF7);
-    std::string error;
-    VirtualPC1600 other({.deviceId = 0, .pc1600Model = true});
-    std::string changed = globals;
-    changed[GlobalsOffset::ViewAngle] = 9;
-    ASSERT_TRUE(other.loadMemory(changed, error)) << error;
-    EXPECT_EQ(OnlyReply(other, DeviceRequest(0, 0x13)), changed);
+    EXPECT_TRUE(other.memoryAsSyx() == before);
 }
 
 TEST(VirtualDeviceBackend, RepliesWaitForTheDelayAndTheWireWhenPaced) {
@@ -188,10 +172,6 @@ TEST(VirtualDeviceBackend, RepliesWaitForTheDelayAndTheWireWhenPaced) {
     EXPECT_EQ(std::vector<std::string>{kVirtualDeviceName}, backend.inputNames());
     EXPECT_FALSE(backend.openOutput("Something else", error));
 }
-
-}  // namespace
-
-namespace {
 
 TEST(VirtualPC1600Cleared, EverySlotAndTheEditBufferHoldTheInitializedPreset) {
     for (bool pc1600Model : {false, true}) {
@@ -229,40 +209,7 @@ TEST(VirtualPC1600Cleared, ClearingForgetsWhatWasStored) {
     EXPECT_EQ(device.memoryAsSyx(), cleared);
 }
 
-}  // namespace
-
-namespace {
-
-// Random damage to every kind of message: the device never crashes, answers
-// only well-formed requests, and keeps a memory it can still dump.
-TEST(VirtualPC1600Damage, RandomMessagesNeverBreakTheDevice) {
-    VirtualPC1600 device;
-    const std::string good[] = {BuildAllPresetsDump(0, 0, SampleEntries(30)), device.allScenesDump(),
-                                device.allGlobalsDump(), device.editBufferDump()};
-    unsigned seed = 42;
-    auto next = [&] {
-        seed = seed * 1103515245u + 12345u;
-        return (seed >> 16) & 0x7FFF;
-    };
-    for (int round = 0; round < 3000; ++round) {
-        std::string message = good[next() % 4];
-        switch (next() % 4) {
-        case 0: message.resize(next() % (message.size() + 1)); break;         // cut short
-        case 1: message[next() % message.size()] = static_cast<char>(next()); break;  // one byte wrong
-        case 2: message.insert(next() % message.size(), 1, static_cast<char>(next())); break;
-        default: message = DeviceDumpHeader(0, static_cast<unsigned char>(next() % 0x30)) +
-                           std::string(next() % 40, static_cast<char>(next() % 16)) + '\xF7';
-        }
-        for (const auto& reply : device.receive(message)) {
-            ASSERT_FALSE(reply.empty());
-            EXPECT_EQ(DeviceMessageId(reply), 0);
-            EXPECT_EQ(static_cast<unsigned char>(reply.back()), 0xF7);
-        }
-    }
-    EXPECT_TRUE(ParseAllPresetsDump(device.allPresetsDump()));
-    EXPECT_TRUE(IsAllScenesDump(device.allScenesDump()));
-}
-
+// Random damage to any message is left to virtual_pc1600_fuzz.
 TEST(VirtualPC1600Damage, APresetTooBigForTheDirectoryIsRefused) {
     VirtualPC1600 device;
     device.receive(BuildAllPresetsDump(0, 0, SampleEntries(1200)));  // about 61 KB of 64

@@ -61,70 +61,30 @@ struct Decoding {
     }
 };
 
-TEST(PresetSysex2Form, ReadsTheEncodersFields) {
+// Field by field the codec is covered by the round trip property test; here
+// what it leaves out: the captions and the temporary scene references.
+TEST(PresetSysex2Form, CaptionsCarryTagsAndDoubledAmpersands) {
     Decoding d;
     EditorState source;
     source.SelectPresetSceneCombo.addItem(kNoScene, -1);
     source.SelectPresetSceneCombo.setListIndex(0);
     WorkingPreset& p = source.preset;
-    p.Name = "My >Preset";
     p.Faders[0] = FaderDef{"Vol", 0, 1, 10, 100, 16, 7, -1, 2, "", 0, std::string(18, ' '), ""};
-    std::string master(18, ' ');
-    master[0] = master[2] = master[17] = 'X';
-    p.Faders[1] = FaderDef{"Master", 0, 2, 0, 127, 16, 0, -1, 0, "", 0, master, ""};
+    p.Faders[1] = FaderDef{"Master", 0, 2, 0, 127, 16, 0, -1, 0, "", 0, "X" + std::string(17, ' '), ""};
     p.Faders[17] = FaderDef{"Cut&Go", 0, 3, -1, 16383, 16, 0, -1, 0, "", 4, std::string(18, ' '), ""};
-    p.FaderStrings[17].Slots[0].EnteredString = "B0 4A pr";
-    p.FaderStrings[17].Count = 1;
-    p.Buttons[0].Function = 3, p.Buttons[0].Name = "PC", p.Buttons[0].Channel = 16, p.Buttons[0].ProgChange = 9;
-    p.Buttons[1].Function = 4, p.Buttons[1].Channel = 3, p.Buttons[1].Note = 61, p.Buttons[1].Velocity = 90;
+    p.Buttons[0].Function = 3, p.Buttons[0].Name = "PC";
+    p.Buttons[1].Function = 4;
     p.Buttons[2].Function = 6, p.Buttons[2].Name = "PrRl";
-    p.ButtonStrings1[2].Slots[0].EnteredString = "90 3C rv";
-    p.ButtonStrings1[2].Count = 1;
-    p.ButtonStrings2[2].Slots[0].EnteredString = "80 3C 00";
-    p.ButtonStrings2[2].Count = 1;
     p.Buttons[3].Function = 9, p.Buttons[3].Name = "Sc", p.Buttons[3].Scene = "Verse", p.Buttons[3].ScenePreset = 41;
-    p.DataWheelLink = 19;
-    p.SetupChannels[2] = SetupChannelDef{4, 0, 11, 0};
-    const std::string dump = Form2PresetSysex(source, d.memImage, d.midi);
-
-    ASSERT_TRUE(d.decode(dump).ok);
-    const WorkingPreset& w = d.editor.preset;
-    EXPECT_EQ(w.Name, "My >Preset");
-    EXPECT_EQ(w.Faders[0], (FaderDef{"Vol", 0, 1, 10, 100, 16, 7, -1, 2, "", 0, std::string(18, ' '), ""}));
-    EXPECT_EQ(w.Faders[1].MasterOf, master);
-    EXPECT_EQ(w.Faders[1].Function, 2);
-    EXPECT_EQ(w.Faders[17].Min, -1);
-    EXPECT_EQ(w.Faders[17].Max, 16383);
-    EXPECT_EQ(w.Faders[17].ParamFormat, 4);
-    EXPECT_EQ(w.Faders[17].MIDIString, "B0 4A pr");
-    ASSERT_EQ(w.FaderStrings[17].Count, 1);
-    EXPECT_EQ(w.FaderStrings[17].Slots[0].ListItem, "B0 4A pr  (ctrlch)");
-    EXPECT_EQ(w.FaderStrings[17].Slots[0].Value2, 128);
-    EXPECT_EQ(w.Buttons[0].Channel, 16);
-    EXPECT_EQ(w.Buttons[0].ProgChange, 9);
-    EXPECT_EQ(w.Buttons[1].Note, 61);
-    EXPECT_EQ(w.Buttons[1].Velocity, 90);
-    EXPECT_EQ(w.Buttons[2].String1, "90 3C rv");
-    EXPECT_EQ(w.Buttons[2].String2, "80 3C 00");
-    EXPECT_EQ(w.ButtonStrings2[2].Slots[0].CommandType, 1);
-    EXPECT_EQ(w.Buttons[3].Function, 9);
-    EXPECT_EQ(w.Buttons[3].Scene, "Verse");
-    EXPECT_EQ(w.Buttons[3].ScenePreset, -41 - 3);  // a temporary reference until the owner is stored
-    EXPECT_EQ(w.DataWheelLink, 19);
-    EXPECT_EQ(w.SetupChannels[2], (SetupChannelDef{4, 0, 11, 0}));
-    EXPECT_EQ(d.editor.SelectPresetSceneCombo.listIndex(), 0);
-    EXPECT_EQ(w.SetupScene, kNoScene);
-
-    // Captions: name with the decoder's tags, ampersands doubled.
-    EXPECT_EQ(d.editor.FaderLabel[0], "Vol (cc)");
-    EXPECT_EQ(d.editor.FaderLabel[1], "Master (mf)");
-    EXPECT_EQ(d.editor.FaderLabel[17], "Cut&&Go (st)");
-    EXPECT_EQ(d.editor.FaderLabel[5], "");
-    EXPECT_EQ(d.editor.PCButton[0], "PC (pc)");
-    EXPECT_EQ(d.editor.PCButton[1], " (note)");
-    EXPECT_EQ(d.editor.PCButton[2], "PrRl (pr/rl)");
-    EXPECT_EQ(d.editor.PCButton[3], "Sc (scene)");
-    EXPECT_EQ(d.editor.PCButton[4], "");
+    ASSERT_TRUE(d.decode(Form2PresetSysex(source, d.memImage, d.midi)).ok);
+    EXPECT_EQ(d.editor.preset.Buttons[3].ScenePreset, -41 - 3);  // a temporary reference until the owner is stored
+    const std::pair<std::string, std::string> captions[] = {
+        {d.editor.FaderLabel[0], "Vol (cc)"},     {d.editor.FaderLabel[1], "Master (mf)"},
+        {d.editor.FaderLabel[17], "Cut&&Go (st)"}, {d.editor.FaderLabel[5], ""},
+        {d.editor.PCButton[0], "PC (pc)"},        {d.editor.PCButton[1], " (note)"},
+        {d.editor.PCButton[2], "PrRl (pr/rl)"},   {d.editor.PCButton[3], "Sc (scene)"},
+        {d.editor.PCButton[4], ""}};
+    for (const auto& [caption, expected] : captions) EXPECT_EQ(caption, expected);
     EXPECT_EQ(d.editor.CurrentFader, 0);
     EXPECT_EQ(d.editor.CurrentButton, 0);
     EXPECT_TRUE(d.prompter.seen().empty());
@@ -337,34 +297,14 @@ TEST(PresetSysex2Form, RefusesDamagedDumpsAndChangesNothing) {
     }
 }
 
-TEST(PresetSysex2Form, EveryCutOfAGoodDumpIsRefusedOrDecoded) {
-    Decoding source;
-    EditorState editor;
-    editor.preset.Name = "Cuts";
-    editor.preset.Faders[2].Function = 3;
-    editor.preset.FaderStrings[2].Slots[0].EnteredString = "F0 41 10 42 F7";
-    editor.preset.FaderStrings[2].Count = 1;
-    editor.preset.SetupChannels[0].ProgChange = 3;
-    const std::string dump = Form2PresetSysex(editor, source.memImage, source.midi);
-    for (std::size_t length = 0; length < dump.size(); ++length) {
-        Decoding d;
-        const DecodeResult result = d.decode(dump.substr(0, length) + "\xF7");
-        if (!result.ok) {
-            EXPECT_EQ(d.editor.preset, WorkingPreset{}) << length;
-        }
-    }
-}
-
 TEST(IsPresetDump, TestsHeaderCommandAndEnd) {
     const std::string good = frame(body({}), 3);
     EXPECT_TRUE(IsPresetDump(good));
-    std::string other = good;
-    other[6] = 0x01;
-    EXPECT_FALSE(IsPresetDump(other));
-    other = good;
-    other[3] = 0x1C;
-    EXPECT_FALSE(IsPresetDump(other));
-    EXPECT_FALSE(IsPresetDump(good.substr(0, good.size() - 1)));
+    for (const auto& [at, byte] : {std::pair{6, 0x01}, std::pair{3, 0x1C}, std::pair{int(good.size()) - 1, 0x00}}) {
+        std::string other = good;
+        other[static_cast<std::size_t>(at)] = static_cast<char>(byte);
+        EXPECT_FALSE(IsPresetDump(other)) << at;
+    }
     EXPECT_FALSE(IsPresetDump(bytes({0xF0, 0x00})));
 }
 

@@ -55,7 +55,7 @@ struct Fixture {
     std::string record(std::size_t index) const { return records(dump()).at(index); }
 };
 
-void setString(MessageStringSet& set, std::initializer_list<const char*> substrings) {
+void setString(MessageStringSet& set, const std::vector<const char*>& substrings) {
     set.clear();
     for (const char* s : substrings) set.Slots[static_cast<std::size_t>(set.Count++)].EnteredString = s;
 }
@@ -73,9 +73,7 @@ TEST(Form2PresetSysex, NewPresetIs188BytesWithSize72) {
     EXPECT_EQ(static_cast<unsigned char>(dump.back()), 0xF7);
     const auto recs = records(dump);
     ASSERT_EQ(recs.size(), 36u);
-    for (std::size_t i = 0; i < 34; ++i) EXPECT_EQ(recs[i], bytes({1, 0})) << i;
-    EXPECT_EQ(recs[kWheel], bytes({1, 0}));
-    EXPECT_EQ(recs[kSetup], bytes({1, 0}));
+    for (std::size_t i = 0; i < recs.size(); ++i) EXPECT_EQ(recs[i], bytes({1, 0})) << i;
     for (std::size_t i = 7; i + 1 < dump.size(); ++i) EXPECT_LT(static_cast<unsigned char>(dump[i]), 16) << i;
 }
 
@@ -139,11 +137,7 @@ TEST(Form2PresetSysex, FaderRecordsByFunction) {
     for (const FaderCase& c : cases) {
         Fixture f;
         f.editor.preset.Faders[3] = c.fader;
-        setString(f.editor.preset.FaderStrings[3], {});
-        for (const char* s : c.strings) {
-            auto& set = f.editor.preset.FaderStrings[3];
-            set.Slots[static_cast<std::size_t>(set.Count++)].EnteredString = s;
-        }
+        setString(f.editor.preset.FaderStrings[3], c.strings);
         EXPECT_EQ(f.record(3), c.record) << c.what;
         EXPECT_EQ(f.record(2), bytes({1, 0})) << c.what;
     }
@@ -292,22 +286,20 @@ TEST(Form2PresetSysex, SetupRecord) {
          bytes({6, 1, 0, 0, 0xFE, 100, 0})},
         {"no selection counts as a scene",
          [&](Fixture& f) { f.editor.SelectPresetSceneCombo.setListIndex(-1); }, bytes({6, 1, 0, 0, 0xFE, 100, 0})},
+        {"the PC1600 sends banks as LSB and no scene",
+         [&](Fixture& f) {
+             f.midi.PC1600Model = true;
+             channel(f, 2, 6, 1, 0, 0);
+             channel(f, 3, 0, 0, 2, 0);
+             chooseScene(f);
+         },
+         bytes({10, 1, 0x0C, 0x00, 0x85, 0x7F, 0x7F, 0x7F, 0x81, 0x7F, 0})},
     };
     for (const SetupCase& c : cases) {
         Fixture f;
         c.arrange(f);
         EXPECT_EQ(f.record(kSetup), c.record) << c.what;
     }
-}
-
-TEST(Form2PresetSysex, SetupOnThePC1600SendsLSBAndNoScene) {
-    Fixture f;
-    f.midi.PC1600Model = true;
-    f.editor.preset.SetupChannels[2] = SetupChannelDef{6, 1, 0, 0};
-    f.editor.preset.SetupChannels[3] = SetupChannelDef{0, 0, 2, 0};
-    f.editor.SelectPresetSceneCombo.addItem("03:  Chorus  [p:01]", -15);
-    f.editor.SelectPresetSceneCombo.setListIndex(1);
-    EXPECT_EQ(f.record(kSetup), bytes({10, 1, 0x0C, 0x00, 0x85, 0x7F, 0x7F, 0x7F, 0x81, 0x7F, 0}));
 }
 
 TEST(Form2PresetSysex, SizeCountsTheRawBody) {
@@ -317,7 +309,6 @@ TEST(Form2PresetSysex, SizeCountsTheRawBody) {
     const std::string dump = f.dump();
     const std::size_t size = (dump[39] << 12) | (dump[40] << 8) | (dump[41] << 4) | dump[42];
     EXPECT_EQ(size, rawBody(dump).size());
-    EXPECT_EQ(size, (dump.size() - kPresetDumpFrameSize) / 2);
     EXPECT_EQ(size, 72u + 11u + 1u);
 }
 
@@ -325,7 +316,6 @@ TEST(WireByte, HexDigitsAsTheyCome) {
     const std::pair<int, int> cases[] = {{0, 0}, {15, 15}, {16, 16}, {255, 255}, {256, 0x10},
                                          {300, 0x12}, {4095, 0xFF}, {4096, 0x10}, {-1, 0xFF}, {-2, 0xFF}};
     for (const auto& [value, byte] : cases) EXPECT_EQ(WireByte(value), byte) << value;
-    EXPECT_EQ(CheckSum("anything"), 0);
 }
 
 }  // namespace
