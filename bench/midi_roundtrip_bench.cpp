@@ -103,15 +103,9 @@ public:
 private:
     void run() {
         std::string error;
-        while (!stop_) {
-            if (queue_.count() == 0) {
+        while (!stop_)
+            if (!AnswerOldest(queue_, device_, [&](const std::string& reply) { output_->send(reply, error); }))
                 std::this_thread::sleep_for(std::chrono::microseconds(200));
-                continue;
-            }
-            const std::string message = queue_.current();
-            queue_.remove();
-            for (const auto& reply : device_.receive(message)) output_->send(reply, error);
-        }
     }
 
     VirtualPC1600 device_;

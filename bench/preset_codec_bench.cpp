@@ -9,6 +9,7 @@
 #include <chrono>
 #include <string>
 
+#include "midilink/DeviceMessages.h"
 #include "midistrings/ParseSysexString.h"
 #include "midistrings/StringNotation.h"
 #include "preset/PresetDecoder.h"
@@ -19,7 +20,6 @@ namespace {
 
 using namespace tavlo;
 
-constexpr double kWireBytesPerSecond = 3125.0;
 constexpr int kMemoryPresets = 50;
 
 // A string of about 78 bytes as the string editor holds it: a sysex with a
@@ -80,7 +80,7 @@ public:
     void report(benchmark::State& state, std::size_t bytesPerIteration) const {
         const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start_;
         const double perIteration = elapsed.count() / static_cast<double>(std::max<benchmark::IterationCount>(state.iterations(), 1));
-        const double wireSeconds = static_cast<double>(bytesPerIteration) / kWireBytesPerSecond;
+        const double wireSeconds = static_cast<double>(bytesPerIteration) / tavlo::kWireBytesPerSecond;
         state.counters["wire_percent"] = 100.0 * perIteration / wireSeconds;
         state.counters["dump_bytes"] = static_cast<double>(bytesPerIteration);
     }

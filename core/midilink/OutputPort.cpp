@@ -2,30 +2,10 @@
 
 namespace tavlo {
 
-int OutputPort::deviceCount() const { return static_cast<int>(devices_.outputNames().size()); }
-
-std::string OutputPort::productName() const {
-    const auto names = devices_.outputNames();
-    if (deviceNumber_ < 0 || deviceNumber_ >= static_cast<int>(names.size())) return {};
-    return names[static_cast<std::size_t>(deviceNumber_)];
-}
-
 bool OutputPort::open(std::string& error) {
-    close();
-    const std::string name = productName();
-    if (name.empty()) {
-        error = "No MIDI output device is selected.";
-        return false;
-    }
-    connection_ = devices_.openOutput(name, error);
-    if (!connection_) return false;
-    openName_ = name;
-    return true;
-}
-
-void OutputPort::close() {
-    connection_.reset();
-    openName_.clear();
+    const std::string name = nameToOpen(error);
+    if (name.empty()) return false;
+    return opened(devices_.openOutput(name, error), name);
 }
 
 bool OutputPort::send(const std::string& bytes) {

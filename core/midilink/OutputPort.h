@@ -2,26 +2,16 @@
 #include <memory>
 #include <string>
 
-#include "midilink/DeviceDirectory.h"
+#include "midilink/SelectedPort.h"
 
 namespace tavlo {
 
 // An output port object (MIDIOut, MIDISimOut).
-class OutputPort {
+class OutputPort : public SelectedPort<OutputConnection> {
 public:
-    explicit OutputPort(const DeviceDirectory& devices) : devices_(devices) {}
-    OutputPort(const OutputPort&) = delete;
-    OutputPort& operator=(const OutputPort&) = delete;
-
-    int deviceCount() const;
-    void setDeviceNumber(int number) { deviceNumber_ = number; }
-    int deviceNumber() const { return deviceNumber_; }
-    std::string productName() const;
+    explicit OutputPort(const DeviceDirectory& devices) : SelectedPort(devices) {}
 
     bool open(std::string& error);
-    void close();
-    bool isOpen() const { return connection_ != nullptr; }
-    const std::string& openName() const { return openName_; }
 
     // A whole sysex message, F0 to F7. False when the port is closed or the
     // backend refused; the reason is kept in lastError().
@@ -33,11 +23,7 @@ public:
 private:
     bool send(const std::string& bytes);
 
-    const DeviceDirectory& devices_;
-    std::unique_ptr<OutputConnection> connection_;
-    std::string openName_;
     std::string lastError_;
-    int deviceNumber_ = -1;
 };
 
 }  // namespace tavlo

@@ -62,11 +62,47 @@ int FindPort(Port& port, const std::string& name) {
     return -1;
 }
 
-class RtInput : public InputConnection {
+// The port object and its error slot, and how both kinds are opened: on a
+// device of the system by name, or as a virtual port of their own.
+template <typename Port>
+class RtPort {
 public:
-    RtInput(MidiApi api, const std::string& client, MessageSink sink) : sink_(std::move(sink)) {
-        port_ = std::make_unique<RtMidiIn>(ToRtApi(api), client);
+    bool openDevice(const std::string& name, const char* portName, std::string& error) {
+        const int index = FindPort(*port_, name);
+        if (index < 0) {
+            error = "the device is gone";
+            return false;
+        }
+        port_->openPort(static_cast<unsigned>(index), portName);
+        if (errors_.failed || !port_->isPortOpen()) {
+            error = !errors_.text.empty()      ? errors_.text
+                    : !errors_.warning.empty() ? errors_.warning
+                                               : "the MIDI system refused";
+            return false;
+        }
+        return true;
+    }
+    bool openVirtual(const std::string& portName, std::string& error) {
+        // RtMidi doesn't count a virtual port as open: only errors tell.
+        port_->openVirtualPort(portName);
+        if (!errors_.failed && errors_.warning.empty()) return true;
+        error = errors_.failed ? errors_.text : errors_.warning;
+        return false;
+    }
+
+protected:
+    RtPort(MidiApi api, const std::string& client) : port_(std::make_unique<Port>(ToRtApi(api), client)) {
         port_->setErrorCallback(&ErrorSlot::callback, &errors_);
+    }
+    ~RtPort() = default;
+
+    ErrorSlot errors_;
+    std::unique_ptr<Port> port_;
+};
+
+class RtInput : public InputConnection, public RtPort<RtMidiIn> {
+public:
+    RtInput(MidiApi api, const std::string& client, MessageSink sink) : RtPort(api, client), sink_(std::move(sink)) {
         // Sysex, timing and active sensing all come through: the filter is
         // the port's own (SetInputFilters), not RtMidi's.
         port_->ignoreTypes(false, false, false);
@@ -79,33 +115,8 @@ public:
         } catch (const RtMidiError&) {
         }
     }
-    bool openDevice(const std::string& name, std::string& error) {
-        const int index = FindPort(*port_, name);
-        if (index < 0) {
-            error = "the device is gone";
-            return false;
-        }
-        port_->openPort(static_cast<unsigned>(index), "in");
-        return ok(error);
-    }
-    bool openVirtual(const std::string& portName, std::string& error) {
-        // RtMidi doesn't count a virtual port as open: only errors tell.
-        port_->openVirtualPort(portName);
-        if (!errors_.failed && errors_.warning.empty()) return true;
-        error = errors_.failed ? errors_.text : errors_.warning;
-        return false;
-    }
 
 private:
-    bool ok(std::string& error) {
-        if (errors_.failed || !port_->isPortOpen()) {
-            error = !errors_.text.empty()      ? errors_.text
-                    : !errors_.warning.empty() ? errors_.warning
-                                               : "the MIDI system refused";
-            return false;
-        }
-        return true;
-    }
     static void received(double, std::vector<unsigned char>* message, void* user) {
         if (!message || message->empty()) return;
         auto* self = static_cast<RtInput*>(user);
@@ -113,38 +124,17 @@ private:
     }
 
     MessageSink sink_;
-    ErrorSlot errors_;
-    std::unique_ptr<RtMidiIn> port_;
 };
 
-class RtOutput : public OutputConnection {
+class RtOutput : public OutputConnection, public RtPort<RtMidiOut> {
 public:
     RtOutput(MidiApi api, const std::string& client, PacingPlan plan, std::function<void(std::int64_t)> wait)
-        : plan_(plan), wait_(std::move(wait)) {
-        port_ = std::make_unique<RtMidiOut>(ToRtApi(api), client);
-        port_->setErrorCallback(&ErrorSlot::callback, &errors_);
-    }
+        : RtPort(api, client), plan_(plan), wait_(std::move(wait)) {}
     ~RtOutput() override {
         try {
             port_->closePort();
         } catch (const RtMidiError&) {
         }
-    }
-    bool openDevice(const std::string& name, std::string& error) {
-        const int index = FindPort(*port_, name);
-        if (index < 0) {
-            error = "the device is gone";
-            return false;
-        }
-        port_->openPort(static_cast<unsigned>(index), "out");
-        return ok(error);
-    }
-    bool openVirtual(const std::string& portName, std::string& error) {
-        // RtMidi doesn't count a virtual port as open: only errors tell.
-        port_->openVirtualPort(portName);
-        if (!errors_.failed && errors_.warning.empty()) return true;
-        error = errors_.failed ? errors_.text : errors_.warning;
-        return false;
     }
     bool send(const std::string& bytes, std::string& error) override {
         errors_ = {};
@@ -160,20 +150,8 @@ public:
     }
 
 private:
-    bool ok(std::string& error) {
-        if (errors_.failed || !port_->isPortOpen()) {
-            error = !errors_.text.empty()      ? errors_.text
-                    : !errors_.warning.empty() ? errors_.warning
-                                               : "the MIDI system refused";
-            return false;
-        }
-        return true;
-    }
-
     PacingPlan plan_;
     std::function<void(std::int64_t)> wait_;
-    ErrorSlot errors_;
-    std::unique_ptr<RtMidiOut> port_;
 };
 
 }  // namespace
@@ -213,7 +191,7 @@ std::unique_ptr<InputConnection> RtMidiBackend::openInput(const std::string& nam
                                                           std::string& error) {
     try {
         auto input = std::make_unique<RtInput>(options_.api, options_.clientName, std::move(sink));
-        if (input->openDevice(name, error)) return input;
+        if (input->openDevice(name, "in", error)) return input;
     } catch (const RtMidiError& e) {
         error = e.getMessage();
     }
@@ -225,7 +203,7 @@ std::unique_ptr<OutputConnection> RtMidiBackend::openOutput(const std::string& n
         if (options_.api == MidiApi::Alsa) return AlsaSequencerOutput::open(name, options_.clientName, plan(),
                                                                             options_.wait, error);
         auto output = std::make_unique<RtOutput>(options_.api, options_.clientName, plan(), options_.wait);
-        if (output->openDevice(name, error)) return output;
+        if (output->openDevice(name, "out", error)) return output;
     } catch (const RtMidiError& e) {
         error = e.getMessage();
     }

@@ -1,10 +1,10 @@
 #include "midilink/VirtualPC1600.h"
 
 #include <fstream>
-#include <iterator>
 
 #include "globals/AllGlobalsDump.h"
 #include "midilink/DeviceMessages.h"
+#include "shell/SysexFileContents.h"
 
 namespace tavlo {
 
@@ -127,13 +127,20 @@ bool VirtualPC1600::loadMemory(std::string_view bytes, std::string& error) {
 }
 
 bool VirtualPC1600::loadFile(const std::string& path, std::string& error) {
-    std::ifstream in(path, std::ios::binary);
-    if (!in) {
+    const auto bytes = ReadWholeFile(path);
+    if (!bytes) {
         error = "The file " + path + " can't be read.";
         return false;
     }
-    const std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    return loadMemory(bytes, error);
+    return loadMemory(*bytes, error);
+}
+
+bool AnswerOldest(MessageQueue& queue, VirtualPC1600& device, const std::function<void(const std::string&)>& reply) {
+    if (queue.count() == 0) return false;
+    const std::string message = queue.current();
+    queue.remove();
+    for (const auto& answer : device.receive(message)) reply(answer);
+    return true;
 }
 
 bool VirtualPC1600::saveFile(const std::string& path, std::string& error) const {

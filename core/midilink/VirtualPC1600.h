@@ -1,11 +1,13 @@
 #pragma once
 #include <array>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "memimage/AllPresetsDump.h"
 #include "memimage/AllScenesDump.h"
+#include "midilink/MessageQueue.h"
 
 namespace tavlo {
 
@@ -65,6 +67,11 @@ private:
     std::string globals_;  // from the first map byte to before the F7
     int selected_ = 0;
 };
+
+// Takes the oldest message of `queue` to the device and hands each of its
+// replies to `reply`, in order: the loop of a device on MIDI ports of its
+// own. False when the queue is empty.
+bool AnswerOldest(MessageQueue& queue, VirtualPC1600& device, const std::function<void(const std::string&)>& reply);
 
 // The single preset dump of the "--Initialized--" preset: what every slot of
 // a cleared device holds.

@@ -3,7 +3,6 @@
 #include <cmath>
 #include <fstream>
 #include <iostream>
-#include <iterator>
 
 #include "CliCommand.h"
 #include "midilink/DeviceMessages.h"
@@ -12,6 +11,7 @@
 #include "midilink/RtMidiBackend.h"
 #include "pool/PoolDatabase.h"
 #include "shell/Session.h"
+#include "shell/SysexFileContents.h"
 #include "ui/StreamPrompter.h"
 #include "ui/SteadyClock.h"
 
@@ -161,13 +161,12 @@ int midiSend(const CliArgs& args, std::ostream& out, std::ostream& err) {
         return kExitUsage;
     }
     const std::string& path = args.positional()[0];
-    std::ifstream in(path, std::ios::binary);
-    if (!in) {
+    const auto bytes = ReadWholeFile(path);
+    if (!bytes) {
         err << "tavlo-cli: can't read " << path << "\n";
         return kExitBadInput;
     }
-    const std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    const auto messages = SplitSysex(bytes);
+    const auto messages = SplitSysex(*bytes);
     if (messages.empty()) {
         err << "tavlo-cli: " << path << " holds no system exclusive message\n";
         return kExitBadInput;
@@ -184,7 +183,7 @@ int midiSend(const CliArgs& args, std::ostream& out, std::ostream& err) {
             return kExitFailed;
         }
     }
-    out << messages.size() << " message(s), " << bytes.size() << " bytes sent to " << *outName << "\n";
+    out << messages.size() << " message(s), " << bytes->size() << " bytes sent to " << *outName << "\n";
     return kExitOk;
 }
 

@@ -108,18 +108,12 @@ int main(int argc, char** argv) {
               << settings.deviceId << (settings.pc1600Model ? ", PC1600" : ", PC1600X") << std::endl;
 
     while (!gStop) {
-        if (queue.count() == 0) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-            continue;
-        }
-        const std::string message = queue.current();
-        queue.remove();
-        const auto replies = device.receive(message);
-        for (const auto& reply : replies) {
+        const bool answered = AnswerOldest(queue, device, [&](const std::string& reply) {
             if (settings.replyDelayMs > 0 && !gStop)
                 std::this_thread::sleep_for(std::chrono::milliseconds(settings.replyDelayMs));
             if (!output->send(reply, error)) std::cerr << "tavlo-vdevice: reply not sent: " << error << "\n";
-        }
+        });
+        if (!answered) std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
 
     if (!savePath.empty() && !device.saveFile(savePath, error)) {
