@@ -1,8 +1,10 @@
 #include "CliCommand.h"
 
 #include <algorithm>
+#include <ostream>
 
 #include "pool/PoolDatabase.h"
+#include "shell/SysexFileContents.h"
 
 namespace tavlo::cli {
 
@@ -66,5 +68,11 @@ void RegisterCommand(CliCommand command) {
 }
 
 const std::map<std::string, CliCommand>& Commands() { return registry(); }
+
+std::optional<std::string> ReadInputFile(const std::string& path, std::ostream& err) {
+    auto bytes = ReadWholeFile(path);
+    if (!bytes) err << "tavlo-cli: cannot read " << path << "\n";
+    return bytes;
+}
 
 }  // namespace tavlo::cli

@@ -34,6 +34,10 @@ private:
     std::string error_;
 };
 
+// The whole of a file named on the command line; nothing, with the words
+// "tavlo-cli: cannot read PATH" on `err`, when it can't be read.
+std::optional<std::string> ReadInputFile(const std::string& path, std::ostream& err);
+
 struct CliCommand {
     std::string name;                       // "pool check", "contents"
     std::string usage;                      // one line for the help text

@@ -14,11 +14,8 @@ int contents(const CliArgs& args, std::ostream& out, std::ostream& err) {
         return kExitUsage;
     }
     const std::string& path = args.positional()[0];
-    const auto bytes = ReadWholeFile(path);
-    if (!bytes) {
-        err << "tavlo-cli: cannot read " << path << "\n";
-        return kExitBadInput;
-    }
+    const auto bytes = ReadInputFile(path, err);
+    if (!bytes) return kExitBadInput;
     // The message box's text, with the terminal's line ends.
     std::string text = SysexFileContents(Utf8ToWindows1252(path), *bytes);
     for (std::size_t at; (at = text.find('\r')) != std::string::npos;) text.erase(at, 1);

@@ -11,7 +11,6 @@
 #include "midilink/RtMidiBackend.h"
 #include "pool/PoolDatabase.h"
 #include "shell/Session.h"
-#include "shell/SysexFileContents.h"
 #include "ui/StreamPrompter.h"
 #include "ui/SteadyClock.h"
 
@@ -45,6 +44,13 @@ struct MidiSession {
             return false;
         }
         return true;
+    }
+
+    // MIDIIn and MIDIOut on the devices of those names.
+    bool openPorts(const std::string& in, const std::string& out, std::ostream& err) {
+        MidiLink& link = session->midiLink;
+        return open(link.MIDIIn, link.devices.inputNames(), in, err) &&
+               open(link.MIDIOut, link.devices.outputNames(), out, err);
     }
 
     PoolDatabase pool;
@@ -116,10 +122,7 @@ int midiGet(const CliArgs& args, std::ostream& out, std::ostream& err) {
     }
 
     MidiSession midi(args, err);
-    MidiLink& link = midi.session->midiLink;
-    if (!midi.open(link.MIDIIn, link.devices.inputNames(), *in, err) ||
-        !midi.open(link.MIDIOut, link.devices.outputNames(), *outName, err))
-        return kExitFailed;
+    if (!midi.openPorts(*in, *outName, err)) return kExitFailed;
 
     ExchangeRequest request;
     request.title = "Getting data from PC1600(x)";
@@ -161,11 +164,8 @@ int midiSend(const CliArgs& args, std::ostream& out, std::ostream& err) {
         return kExitUsage;
     }
     const std::string& path = args.positional()[0];
-    const auto bytes = ReadWholeFile(path);
-    if (!bytes) {
-        err << "tavlo-cli: can't read " << path << "\n";
-        return kExitBadInput;
-    }
+    const auto bytes = ReadInputFile(path, err);
+    if (!bytes) return kExitBadInput;
     const auto messages = SplitSysex(*bytes);
     if (messages.empty()) {
         err << "tavlo-cli: " << path << " holds no system exclusive message\n";
@@ -196,10 +196,7 @@ int midiSearch(const CliArgs& args, std::ostream& out, std::ostream& err) {
         return kExitUsage;
     }
     MidiSession midi(args, out);
-    MidiLink& link = midi.session->midiLink;
-    if (!midi.open(link.MIDIIn, link.devices.inputNames(), *in, err) ||
-        !midi.open(link.MIDIOut, link.devices.outputNames(), *outName, err))
-        return kExitFailed;
+    if (!midi.openPorts(*in, *outName, err)) return kExitFailed;
     return TestButton(*midi.session) ? kExitOk : kExitTimedOut;
 }
 

@@ -11,7 +11,6 @@
 #include "preset/PresetDecoder.h"
 #include "preset/PresetDump.h"
 #include "preset/PresetEncoder.h"
-#include "shell/SysexFileContents.h"
 #include "ui/StreamPrompter.h"
 
 namespace tavlo::cli {
@@ -36,11 +35,8 @@ int presetShow(const CliArgs& args, std::ostream& out, std::ostream& err) {
     const auto model = modelOption(args, err);
     if (!model) return kExitUsage;
     const std::string& path = args.positional()[0];
-    const auto dump = ReadWholeFile(path);
-    if (!dump) {
-        err << "tavlo-cli: cannot read " << path << "\n";
-        return kExitBadInput;
-    }
+    const auto dump = ReadInputFile(path, err);
+    if (!dump) return kExitBadInput;
     if (!IsPresetDump(*dump)) {
         err << kCannotImportPresetTitle << ": " << kCannotImportPresetText << "\n";
         return kExitBadInput;
@@ -199,11 +195,8 @@ int presetBuild(const CliArgs& args, std::ostream& out, std::ostream& err) {
         }
     }
     const std::string& path = args.positional()[0];
-    const auto text = ReadWholeFile(path);
-    if (!text) {
-        err << "tavlo-cli: cannot read " << path << "\n";
-        return kExitBadInput;
-    }
+    const auto text = ReadInputFile(path, err);
+    if (!text) return kExitBadInput;
     const json input = json::parse(*text, nullptr, false);
     if (input.is_discarded() || !input.is_object()) {
         err << "tavlo-cli: " << path << " is no JSON object\n";
