@@ -4,6 +4,7 @@
 #include "midilink/MidiConfig.h"
 #include "midistrings/StringWorkArea.h"
 #include "pool/PoolDatabase.h"
+#include "pool/PoolFormState.h"
 #include "shell/SessionFlags.h"
 #include "ui/Prompter.h"
 #include "ui/Pump.h"
@@ -29,6 +30,13 @@ public:
     MemImageState memImage;
     StringWorkArea stringWork;
     SessionFlags flags;
+
+    // ---- Pool store and load ----
+    PoolFormState poolForm;
+    StoreFollowUps storeFollowUps;
+    // The last "Free Memory: " n a store computed, for FreeMemLabel.
+    std::string FreeMemLabel;
+    // ---- end of pool store and load ----
 };
 
 }  // namespace tavlo
