@@ -1,0 +1,121 @@
+// tavlo-cli pool list / rename / duplicate / delete: the presets of the pool,
+// through the same flows as the pool window, with the questions answered
+// from the options.
+#include <iostream>
+#include <memory>
+
+#include "CliCommand.h"
+#include "CliPrompter.h"
+#include "PoolPresetSession.h"
+#include "midistrings/MSBModule.h"
+#include "midistrings/Windows1252.h"
+#include "pool/PoolList.h"
+#include "pool/PoolOperations.h"
+
+namespace tavlo::cli {
+
+PoolPresetSession::PoolPresetSession(std::ostream& err) : prompter(err) {}
+
+bool PoolPresetSession::open(const CliArgs& args, std::ostream& err) {
+    const PoolOpenResult result = pool.open(args.poolPath());
+    if (!result.ok()) {
+        const PoolMessage message = PoolOpenMessage(result, args.poolPath());
+        err << message.title << ": " << message.text << "\n";
+        return false;
+    }
+    session = std::make_unique<Session>(pool, prompter, status, pump, clock);
+    session->flags.ProgramInit = false;
+    return true;
+}
+
+std::int64_t PoolPresetSession::presetId(const std::string& typedName) {
+    Statement find = pool.db().prepare("SELECT ID FROM PresetRec WHERE Name = :Name");
+    find.bind(":Name", MSBModule::SafeDBString(MSBModule::Trim(Utf8ToWindows1252(typedName))));
+    return find.step() ? find.getInt(0) : -1;
+}
+
+bool PoolPresetSession::selectPreset(const std::string& typedName, std::ostream& err) {
+    const std::int64_t id = presetId(typedName);
+    if (id < 0) {
+        err << "tavlo-cli: no preset named '" << typedName << "' in the pool\n";
+        return false;
+    }
+    session->poolForm.OrderOption = PoolOrder::ByName;
+    ReloadPoolList(*session);
+    const int line = session->poolForm.PoolList.findItemData(id);
+    SelectPoolLine(*session, line);
+    session->poolForm.PoolList.setSelected(line, true);
+    return true;
+}
+
+int PoolPresetSession::finish(std::ostream& err, int okStatus) {
+    (void)err;
+    return prompter.refused() ? kExitFailed : okStatus;
+}
+
+namespace {
+
+int poolList(const CliArgs& args, std::ostream& out, std::ostream& err) {
+    const std::string order = args.option("--order").value_or("name");
+    if (order != "name" && order != "device") {
+        err << "tavlo-cli: --order takes name or device\n";
+        return kExitUsage;
+    }
+    PoolPresetSession cli(err);
+    if (!cli.open(args, err)) return kExitFailed;
+    cli.session->poolForm.OrderOption = order == "name" ? PoolOrder::ByName : PoolOrder::ByDevice;
+    ReloadPoolList(*cli.session);
+    for (const auto& line : cli.session->poolForm.PoolList.lines()) out << Windows1252ToUtf8(line.text) << "\n";
+    return kExitOk;
+}
+
+// Runs a pool flow; an unanswered question ends it with nothing changed.
+template <typename Flow>
+int runFlow(PoolPresetSession& cli, std::ostream& err, Flow flow) {
+    try {
+        flow();
+    } catch (const UnansweredQuestion& question) {
+        err << "tavlo-cli: " << question.what() << "\n";
+        return kExitUsage;
+    }
+    return cli.finish(err, kExitOk);
+}
+
+int poolRename(const CliArgs& args, std::ostream& out, std::ostream& err) {
+    if (args.positional().size() != 2) return kExitUsage;
+    PoolPresetSession cli(err);
+    if (!cli.open(args, err) || !cli.selectPreset(args.positional()[0], err)) return kExitBadInput;
+    const std::string newName = Utf8ToWindows1252(args.positional()[1]);
+    cli.prompter.answerInput("Rename Preset", newName);
+    const int status = runFlow(cli, err, [&] { RenameButton(*cli.session); });
+    if (status == kExitOk) out << "renamed: " << args.positional()[0] << " -> " << args.positional()[1] << "\n";
+    return status;
+}
+
+int poolDuplicate(const CliArgs& args, std::ostream& out, std::ostream& err) {
+    if (args.positional().size() != 2) return kExitUsage;
+    PoolPresetSession cli(err);
+    if (!cli.open(args, err) || !cli.selectPreset(args.positional()[0], err)) return kExitBadInput;
+    cli.prompter.answerInput("Duplicate Preset", Utf8ToWindows1252(args.positional()[1]));
+    const int status = runFlow(cli, err, [&] { DuplicateButton(*cli.session); });
+    if (status == kExitOk) out << "duplicated: " << args.positional()[0] << " -> " << args.positional()[1] << "\n";
+    return status;
+}
+
+int poolDelete(const CliArgs& args, std::ostream& out, std::ostream& err) {
+    if (args.positional().size() != 1) return kExitUsage;
+    PoolPresetSession cli(err);
+    if (!cli.open(args, err) || !cli.selectPreset(args.positional()[0], err)) return kExitBadInput;
+    if (args.flag("--yes")) cli.prompter.answerMessage("About to Delete Preset", MessageAnswer::Yes);
+    const int status = runFlow(cli, err, [&] { DeleteButton(*cli.session); });
+    if (status == kExitOk) out << "deleted: " << args.positional()[0] << "\n";
+    return status;
+}
+
+const CommandRegistrar list{{"pool list", "pool list [--order name|device]   the presets of the pool", {"--order"}, poolList}};
+const CommandRegistrar rename{{"pool rename", "pool rename OLD NEW   rename a preset", {}, poolRename}};
+const CommandRegistrar duplicate{{"pool duplicate", "pool duplicate NAME NEW   copy a preset under a new name", {}, poolDuplicate}};
+const CommandRegistrar remove{{"pool delete", "pool delete NAME --yes   delete a preset with its scenes and strings", {}, poolDelete}};
+
+}  // namespace
+}  // namespace tavlo::cli
