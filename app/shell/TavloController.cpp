@@ -2,8 +2,10 @@
 
 #include <QCloseEvent>
 #include <QMdiArea>
+#include <QMdiSubWindow>
 
 #include "pool/Database.h"
+#include "pool/PoolForm.h"
 #include "shell/QuitMenu.h"
 #include "shell/Session.h"
 #include "shell/WindowStates.h"
@@ -24,8 +26,22 @@ TavloController::TavloController(Session& session, QWidget* parent)
     // Entries whose windows are not part of this build yet stay disabled.
     for (QAction* action : {ui_->MIDIMenu, ui_->MidiDevManageMenu, ui_->SysexFileMenu, ui_->CleanMenu,
                             ui_->GlobalMenu, ui_->NewGlobalMenu, ui_->ViewGlobalMenu, ui_->NewMemImageMenu,
-                            ui_->EditPresetMenu, ui_->NewPresetMenu, ui_->PeekMenu, ui_->HelpHelpMenu})
+                            ui_->NewPresetMenu, ui_->PeekMenu, ui_->HelpHelpMenu})
         action->setEnabled(false);
+
+    // The pool window lives for the whole run; closing it only hides it.
+    poolForm_ = new PoolForm(session_);
+    poolWindow_ = ui_->MDIArea->addSubWindow(poolForm_);
+    poolWindow_->setAttribute(Qt::WA_DeleteOnClose, false);
+    poolWindow_->hide();
+    poolForm_->reload();
+    connect(ui_->EditPresetMenu, &QAction::triggered, this, &TavloController::showPresetPool);
+}
+
+void TavloController::showPresetPool() {
+    poolWindow_->show();
+    poolForm_->show();
+    poolWindow_->raise();
 }
 
 TavloController::~TavloController() = default;

@@ -6,9 +6,11 @@ namespace Ui {
 class TavloController;
 }
 class QMdiArea;
+class QMdiSubWindow;
 
 namespace tavlo {
 
+class PoolForm;
 class Session;
 
 // The main window: an MDI frame with the menu bar in which every other
@@ -20,6 +22,9 @@ public:
     ~TavloController() override;
 
     QMdiArea* mdiArea() const;
+    PoolForm* poolForm() const { return poolForm_; }
+    // EditPresetMenu: shows the preset pool.
+    void showPresetPool();
     // Puts the main window where the last run left it.
     void restoreGeometryFromPool();
 
@@ -31,6 +36,8 @@ private:
 
     Session& session_;
     std::unique_ptr<Ui::TavloController> ui_;
+    PoolForm* poolForm_ = nullptr;
+    QMdiSubWindow* poolWindow_ = nullptr;
 };
 
 }  // namespace tavlo
