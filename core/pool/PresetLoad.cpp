@@ -15,8 +15,8 @@ using MSBModule::Trim;
 
 std::int16_t i16(const Statement& row, const char* column) { return static_cast<std::int16_t>(row.getInt(column)); }
 
-void readSubstrings(Database& db, const char* sql, std::int64_t mapRef, MessageStringSet& set) {
-    Statement rows = db.prepare(sql);
+void readSubstrings(Statement& rows, std::int64_t mapRef, MessageStringSet& set) {
+    rows.reset();
     rows.bind(":REF", mapRef);
     set.Count = 0;
     while (rows.step() && set.Count < kSubstringLimit) {
@@ -172,6 +172,8 @@ bool LoadPC1600xFormFromPool(Session& session, std::int64_t id) {
         editor.BSceneCombo.setListIndex(0);
 
         // Faders, filled in row order from 0 whatever their Index says.
+        Statement faderStrings =
+            db.prepare("SELECT * FROM MessageStringRec WHERE MapType = 'F' AND MapREF = :REF ORDER BY \"Index\"");
         Statement faders = db.prepare("SELECT * FROM FaderRec WHERE PresetREF = :ID ORDER BY \"Index\"");
         faders.bind(":ID", id);
         int index = 0;
@@ -194,12 +196,14 @@ bool LoadPC1600xFormFromPool(Session& session, std::int64_t id) {
             if (f.Function >= 1 && f.Function <= 3)
                 caption += "  (" + std::string(PresetCodes::kFaderFunctions[f.Function].tag) + ")";
             editor.FaderLabel[index] = caption;
-            readSubstrings(db,
-                           "SELECT * FROM MessageStringRec WHERE MapType = 'F' AND MapREF = :REF ORDER BY \"Index\"",
-                           faders.getInt("ID"), preset.FaderStrings[index]);
+            readSubstrings(faderStrings, faders.getInt("ID"), preset.FaderStrings[index]);
             ++index;
         }
 
+        Statement strings1 = db.prepare(
+            "SELECT * FROM MessageStringRec WHERE MapType = 'B' AND WhichString = 1 AND MapREF = :REF ORDER BY \"Index\"");
+        Statement strings2 = db.prepare(
+            "SELECT * FROM MessageStringRec WHERE MapType = 'B' AND WhichString = 2 AND MapREF = :REF ORDER BY \"Index\"");
         Statement buttons = db.prepare("SELECT * FROM ButtonRec WHERE PresetREF = :ID ORDER BY \"Index\"");
         buttons.bind(":ID", id);
         index = 0;
@@ -226,14 +230,8 @@ bool LoadPC1600xFormFromPool(Session& session, std::int64_t id) {
                 addForeignSceneLine(db, editor.BSceneCombo, b.Scene, b.ScenePreset);
             editor.PCButton[index] = PresetCodes::CaptionWithTag(b.Name, buttonTag(b.Function));
             const std::int64_t buttonId = buttons.getInt("ID");
-            readSubstrings(db,
-                           "SELECT * FROM MessageStringRec WHERE MapType = 'B' AND WhichString = 1 AND MapREF = :REF "
-                           "ORDER BY \"Index\"",
-                           buttonId, preset.ButtonStrings1[index]);
-            readSubstrings(db,
-                           "SELECT * FROM MessageStringRec WHERE MapType = 'B' AND WhichString = 2 AND MapREF = :REF "
-                           "ORDER BY \"Index\"",
-                           buttonId, preset.ButtonStrings2[index]);
+            readSubstrings(strings1, buttonId, preset.ButtonStrings1[index]);
+            readSubstrings(strings2, buttonId, preset.ButtonStrings2[index]);
             ++index;
         }
         if (incompatible)
@@ -243,8 +241,9 @@ bool LoadPC1600xFormFromPool(Session& session, std::int64_t id) {
                 "PC1600 (non-X) version.  Those Button functions have been set to OFF.  Be sure to Store this Preset "
                 "in the Pool if you'd like these compatibility changes to be permanent.");
 
-        readSubstrings(db, "SELECT * FROM MessageStringRec WHERE MapType = 'P' AND MapREF = :REF ORDER BY \"Index\"",
-                       id, preset.SetupStrings);
+        Statement setupStrings =
+            db.prepare("SELECT * FROM MessageStringRec WHERE MapType = 'P' AND MapREF = :REF ORDER BY \"Index\"");
+        readSubstrings(setupStrings, id, preset.SetupStrings);
 
         Statement assoc = db.prepare("SELECT * FROM MakeModelAssocRec WHERE PresetREF = :ID ORDER BY Make, Model");
         assoc.bind(":ID", id);
