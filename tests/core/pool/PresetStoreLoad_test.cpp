@@ -365,6 +365,44 @@ TEST_F(Store, BoundToTheMemoryImageTheSlotLineFollows) {
     EXPECT_TRUE(s.memImage.ImageChanged);
 }
 
+TEST_F(Store, WhatFollowsAStore) {
+    struct Case {
+        const char* what;
+        bool imageLoad, importingText, imageOpen;
+        std::string expected;  // R rescan, F fill scenes, C calculate, P pool list
+    };
+    const Case cases[] = {
+        {"plain store, image window closed", false, false, false, "FCP"},
+        {"plain store, image window open", false, false, true, "RFCP"},
+        {"during a dump parse", true, false, true, ""},
+        {"during a preset text import", false, true, true, "R"},
+    };
+    int n = 0;
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        std::string calls;
+        s.storeFollowUps.MemImageFormOpen = [&] { return c.imageOpen; };
+        s.storeFollowUps.RescanDependencies = [&] { calls += "R"; };
+        s.storeFollowUps.FillSceneList = [&] { calls += "F"; };
+        s.storeFollowUps.CalculateMemoryImageSize = [&] {
+            calls += "C";
+            return 1234L;
+        };
+        s.poolForm.PoolList.clear();
+        s.FreeMemLabel.clear();
+        s.flags.ImageLoadRunning = c.imageLoad;
+        s.editor.ImportingPresetText = c.importingText;
+        newPreset("Follow " + std::to_string(n++), 2);
+        StoreInPoolButton(s);
+        const bool reloaded = s.poolForm.PoolList.listCount() > 0;
+        EXPECT_EQ(calls + (reloaded ? "P" : ""), c.expected);
+        EXPECT_EQ(s.FreeMemLabel, c.expected.find('C') != std::string::npos ? "Free Memory: 1234" : "");
+        // A preset text file brings its scenes later: none are written now.
+        EXPECT_EQ(intOf("SELECT COUNT(*) FROM SceneRec WHERE PresetREF = :ID", s.editor.preset.ID),
+                  c.importingText ? 0 : 2);
+    }
+}
+
 TEST_F(Store, LoadOfAMissingRowWritesNothing) {
     const std::int64_t presets = count("SELECT COUNT(*) FROM PresetRec");
     prompter.expectMessage("Database Error", "There has been a Database Error", MessageAnswer::OK);
