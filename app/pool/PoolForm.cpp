@@ -4,6 +4,7 @@
 
 #include "pool/PoolList.h"
 #include "pool/PoolOperations.h"
+#include "pool/PresetSysexFile.h"
 #include "shell/Session.h"
 #include "ui/QtText.h"
 #include "ui_PoolForm.h"
@@ -36,9 +37,8 @@ PoolForm::PoolForm(Session& session, QWidget* parent)
     connect(ui_->DeleteButton, &QAbstractButton::clicked, this, [this] { runOperation(DeleteButton); });
     connect(ui_->LoadPresetSysexButton, &QAbstractButton::clicked, this, &PoolForm::loadPresetSysex);
     connect(ui_->SavePresetSysexButton, &QAbstractButton::clicked, this, &PoolForm::savePresetSysex);
-    // Loading and saving .syx files waits for the preset codec.
+    // Loading .syx files waits for the preset decoder.
     ui_->LoadPresetSysexButton->setEnabled(false);
-    ui_->SavePresetSysexButton->setEnabled(false);
 }
 
 PoolForm::~PoolForm() { session_.poolForm.unsubscribe(subscription_); }
@@ -100,6 +100,6 @@ void PoolForm::runOperation(void (*operation)(Session&)) {
 
 void PoolForm::loadPresetSysex() {}
 
-void PoolForm::savePresetSysex() {}
+void PoolForm::savePresetSysex() { runOperation(SavePresetSysexButton); }
 
 }  // namespace tavlo

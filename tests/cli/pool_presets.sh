@@ -53,6 +53,14 @@ grep -q "Cannot Rename: That name 'bass rig' is already in use in the database."
 "$CLI" pool duplicate Copy "Much Too Long Name" --pool "$POOL" 2>"$WORK/err" && fail "long name accepted"
 grep -q "Cannot Duplicate Preset: A Preset's Name can only be a maximum of 16 characters long" "$WORK/err" || fail "length message"
 
+# Export writes the preset's dump through the editor.
+"$CLI" pool export Copy -o "$WORK/copy.syx" --pool "$POOL" >/dev/null || fail "export"
+[ "$(head -c 5 "$WORK/copy.syx" | od -An -tx1 | tr -d ' \n')" == "f000001b0b" ] || fail "export header"
+[ "$(tail -c 1 "$WORK/copy.syx" | od -An -tx1 | tr -d ' \n')" == "f7" ] || fail "export end"
+"$CLI" pool export Copy --pool "$POOL" >/dev/null 2>&1 && fail "export without -o"
+"$CLI" pool export Nobody -o "$WORK/x.syx" --pool "$POOL" 2>/dev/null && fail "export of a missing preset"
+[ -e "$WORK/x.syx" ] && fail "a file for a missing preset"
+
 # Delete asks first: without --yes nothing changes.
 "$CLI" pool delete "Al's Pad" --pool "$POOL" 2>"$WORK/err" && fail "delete without an answer"
 grep -q "question not answered: About to Delete Preset" "$WORK/err" || fail "unanswered message: $(cat "$WORK/err")"

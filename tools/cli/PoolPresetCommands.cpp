@@ -11,6 +11,7 @@
 #include "midistrings/Windows1252.h"
 #include "pool/PoolList.h"
 #include "pool/PoolOperations.h"
+#include "pool/PresetSysexFile.h"
 
 namespace tavlo::cli {
 
@@ -112,6 +113,21 @@ int poolDelete(const CliArgs& args, std::ostream& out, std::ostream& err) {
     return status;
 }
 
+int poolExport(const CliArgs& args, std::ostream& out, std::ostream& err) {
+    const std::optional<std::string> file = args.option("-o");
+    if (args.positional().size() != 1 || !file) {
+        err << "usage: tavlo-cli pool export NAME -o FILE.syx\n";
+        return kExitUsage;
+    }
+    PoolPresetSession cli(err);
+    if (!cli.open(args, err) || !cli.selectPreset(args.positional()[0], err)) return kExitBadInput;
+    cli.prompter.answerFile(*file);
+    const int status = runFlow(cli, err, [&] { SavePresetSysexButton(*cli.session); });
+    if (status == kExitOk) out << "exported: " << args.positional()[0] << " -> " << *file << "\n";
+    return status;
+}
+
+const CommandRegistrar exporter{{"pool export", "pool export NAME -o FILE.syx   write a preset as a sysex file", {}, poolExport}};
 const CommandRegistrar list{{"pool list", "pool list [--order name|device]   the presets of the pool", {"--order"}, poolList}};
 const CommandRegistrar rename{{"pool rename", "pool rename OLD NEW   rename a preset", {}, poolRename}};
 const CommandRegistrar duplicate{{"pool duplicate", "pool duplicate NAME NEW   copy a preset under a new name", {}, poolDuplicate}};
