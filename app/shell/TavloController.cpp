@@ -3,12 +3,19 @@
 #include <QCloseEvent>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QPrinterInfo>
 
+#include "midilink/ExchangeDump.h"
+#include "midilink/MIDIForm.h"
+#include "midilink/MIDIFormOperations.h"
+#include "midilink/PeekForm.h"
+#include "midilink/RtMidiBackend.h"
 #include "pool/Database.h"
 #include "pool/PoolForm.h"
 #include "shell/QuitMenu.h"
 #include "shell/Session.h"
 #include "shell/WindowStates.h"
+#include "ui/QtText.h"
 #include "ui_TavloController.h"
 
 namespace tavlo {
@@ -24,9 +31,9 @@ TavloController::TavloController(Session& session, QWidget* parent)
     connect(ui_->ClearDefaultsMenu, &QAction::triggered, this, &TavloController::clearDefaults);
 
     // Entries whose windows are not part of this build yet stay disabled.
-    for (QAction* action : {ui_->MIDIMenu, ui_->MidiDevManageMenu, ui_->SysexFileMenu, ui_->CleanMenu,
+    for (QAction* action : {ui_->MidiDevManageMenu, ui_->SysexFileMenu, ui_->CleanMenu,
                             ui_->GlobalMenu, ui_->NewGlobalMenu, ui_->ViewGlobalMenu, ui_->NewMemImageMenu,
-                            ui_->NewPresetMenu, ui_->PeekMenu, ui_->HelpHelpMenu})
+                            ui_->NewPresetMenu, ui_->HelpHelpMenu})
         action->setEnabled(false);
 
     // The pool window lives for the whole run; closing it only hides it.
@@ -36,12 +43,33 @@ TavloController::TavloController(Session& session, QWidget* parent)
     poolWindow_->hide();
     poolForm_->reload();
     connect(ui_->EditPresetMenu, &QAction::triggered, this, &TavloController::showPresetPool);
+
+    startMidi();
+    connect(ui_->MIDIMenu, &QAction::triggered, midiForm_, &MIDIForm::showConfiguration);
+    connect(ui_->PeekMenu, &QAction::triggered, peekForm_, &PeekForm::peek);
 }
 
 void TavloController::showPresetPool() {
     poolWindow_->show();
     poolForm_->show();
     poolWindow_->raise();
+}
+
+void TavloController::startMidi() {
+    // The system's MIDI beside the virtual PC1600; a long dump's pacing
+    // waits through the pump, so the windows stay alive.
+    RtMidiOptions options;
+    options.api = DefaultMidiApi();
+    options.clientName = "Tavlo";
+    options.wait = [this](std::int64_t ms) { Pause(session_, ms); };
+    session_.midiLink.setSystemBackend(std::make_shared<RtMidiBackend>(options));
+    midiForm_ = new MIDIForm(session_, this);
+    peekForm_ = new PeekForm(session_, this);
+    ListState& printers = session_.midiLink.form.PrinterCombo;
+    printers.clear();
+    for (const QString& name : QPrinterInfo::availablePrinterNames()) printers.addItem(fromQt(name));
+    // With no configuration yet this shows MIDIForm, modal, before anything else.
+    LoadMidiConfiguration(session_);
 }
 
 TavloController::~TavloController() = default;

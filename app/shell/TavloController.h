@@ -10,6 +10,8 @@ class QMdiSubWindow;
 
 namespace tavlo {
 
+class MIDIForm;
+class PeekForm;
 class PoolForm;
 class Session;
 
@@ -33,9 +35,12 @@ protected:
 
 private:
     void clearDefaults();
+    void startMidi();
 
     Session& session_;
     std::unique_ptr<Ui::TavloController> ui_;
+    MIDIForm* midiForm_ = nullptr;  // owned as a child window
+    PeekForm* peekForm_ = nullptr;
     PoolForm* poolForm_ = nullptr;
     QMdiSubWindow* poolWindow_ = nullptr;
 };
