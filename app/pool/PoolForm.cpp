@@ -5,6 +5,7 @@
 #include "pool/PoolList.h"
 #include "pool/PoolOperations.h"
 #include "pool/PresetSysexFile.h"
+#include "pool/PresetSysexImport.h"
 #include "shell/Session.h"
 #include "ui/QtText.h"
 #include "ui_PoolForm.h"
@@ -37,8 +38,6 @@ PoolForm::PoolForm(Session& session, QWidget* parent)
     connect(ui_->DeleteButton, &QAbstractButton::clicked, this, [this] { runOperation(DeleteButton); });
     connect(ui_->LoadPresetSysexButton, &QAbstractButton::clicked, this, &PoolForm::loadPresetSysex);
     connect(ui_->SavePresetSysexButton, &QAbstractButton::clicked, this, &PoolForm::savePresetSysex);
-    // Loading .syx files waits for the preset decoder.
-    ui_->LoadPresetSysexButton->setEnabled(false);
 }
 
 PoolForm::~PoolForm() { session_.poolForm.unsubscribe(subscription_); }
@@ -98,7 +97,7 @@ void PoolForm::runOperation(void (*operation)(Session&)) {
     refresh();
 }
 
-void PoolForm::loadPresetSysex() {}
+void PoolForm::loadPresetSysex() { runOperation(LoadPresetSysexButton); }
 
 void PoolForm::savePresetSysex() { runOperation(SavePresetSysexButton); }
 

@@ -11,7 +11,7 @@ MessageAnswer CliPrompter::message(const std::string& title, const std::string& 
     if (it != messages_.end()) return it->second;
     if (buttons == MessageButtons::OK) {
         err_ << Windows1252ToUtf8(title) << ": " << Windows1252ToUtf8(text) << "\n";
-        refused_ = true;
+        shown_.push_back(title);
         return MessageAnswer::OK;
     }
     throw UnansweredQuestion(Windows1252ToUtf8(title), Windows1252ToUtf8(text));

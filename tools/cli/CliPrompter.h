@@ -4,6 +4,7 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "ui/Prompter.h"
 #include "ui/StatusView.h"
@@ -34,7 +35,9 @@ public:
     void answerFile(std::string path) { file_ = std::move(path); }
 
     // A refusal or notice was shown.
-    bool refused() const { return refused_; }
+    bool refused() const { return !shown_.empty(); }
+    // Titles of the refusals and notices shown, in order.
+    const std::vector<std::string>& shown() const { return shown_; }
 
     MessageAnswer message(const std::string& title, const std::string& text, MessageButtons buttons) override;
     std::optional<std::string> input(const std::string& title, const std::string& prompt,
@@ -49,7 +52,7 @@ private:
     std::map<std::string, std::string> inputs_;
     std::map<std::string, ChoiceAnswer> choices_;
     std::optional<std::string> file_;
-    bool refused_ = false;
+    std::vector<std::string> shown_;
 };
 
 // No status window on the command line.

@@ -11,7 +11,11 @@
 #include "midistrings/Windows1252.h"
 #include "pool/PoolList.h"
 #include "pool/PoolOperations.h"
+#include "PresetJson.h"
+#include "pool/MemImageOrPoolChoiceForm.h"
+#include "pool/PresetLoad.h"
 #include "pool/PresetSysexFile.h"
+#include "pool/PresetSysexImport.h"
 
 namespace tavlo::cli {
 
@@ -127,6 +131,95 @@ int poolExport(const CliArgs& args, std::ostream& out, std::ostream& err) {
     return status;
 }
 
+int poolShow(const CliArgs& args, std::ostream& out, std::ostream& err) {
+    if (args.positional().size() != 1) {
+        err << "usage: tavlo-cli pool show NAME\n";
+        return kExitUsage;
+    }
+    PoolPresetSession cli(err);
+    if (!cli.open(args, err)) return kExitFailed;
+    const std::int64_t id = cli.presetId(args.positional()[0]);
+    if (id < 0) {
+        err << "tavlo-cli: no preset named '" << args.positional()[0] << "' in the pool\n";
+        return kExitBadInput;
+    }
+    if (!LoadPC1600xFormFromPool(*cli.session, id)) return kExitFailed;
+    out << PresetToJson(cli.session->editor.preset).dump(2) << "\n";
+    return kExitOk;
+}
+
+// --on-clash keep|overwrite|rename-pool:NEW|rename-new:NEW: the button of
+// the clash dialogue, and the name typed beside it.
+bool clashAnswer(const std::string& option, ChoiceAnswer& answer) {
+    auto named = [&](const std::string& prefix, ClashButton button) {
+        if (option.rfind(prefix, 0) != 0) return false;
+        answer.button = static_cast<int>(button);
+        answer.fields = {Utf8ToWindows1252(option.substr(prefix.size()))};
+        return true;
+    };
+    if (option == "keep") {
+        answer.button = static_cast<int>(ClashButton::KeepPool);
+        return true;
+    }
+    if (option == "overwrite") {
+        answer.button = static_cast<int>(ClashButton::UseDownloaded);
+        return true;
+    }
+    return named("rename-pool:", ClashButton::RenamePool) || named("rename-new:", ClashButton::RenameSysex);
+}
+
+int poolImport(const CliArgs& args, std::ostream& out, std::ostream& err) {
+    if (args.positional().size() != 1) {
+        err << "usage: tavlo-cli pool import FILE.syx [--on-clash keep|overwrite|rename-pool:NEW|rename-new:NEW] "
+               "[--scene-refs move|remove|keep] [--blank-name NAME]\n";
+        return kExitUsage;
+    }
+    PoolPresetSession cli(err);
+    if (!cli.open(args, err)) return kExitFailed;
+    if (const auto clash = args.option("--on-clash")) {
+        ChoiceAnswer answer;
+        if (!clashAnswer(*clash, answer)) {
+            err << "tavlo-cli: --on-clash takes keep, overwrite, rename-pool:NEW or rename-new:NEW\n";
+            return kExitUsage;
+        }
+        cli.prompter.answerChoice("MemImageOrPoolChoiceForm", answer);
+    }
+    if (const auto refs = args.option("--scene-refs")) {
+        const MessageAnswer answer = *refs == "move"     ? MessageAnswer::Yes
+                                     : *refs == "remove" ? MessageAnswer::No
+                                     : *refs == "keep"   ? MessageAnswer::Cancel
+                                                         : MessageAnswer::OK;
+        if (answer == MessageAnswer::OK) {
+            err << "tavlo-cli: --scene-refs takes move, remove or keep\n";
+            return kExitUsage;
+        }
+        cli.prompter.answerMessage("Resolve Scene References", answer);
+    }
+    if (const auto blank = args.option("--blank-name"))
+        cli.prompter.answerInput("Enter New Preset Name", Utf8ToWindows1252(*blank));
+    bool read = false;
+    try {
+        read = ImportPresetSysexFile(*cli.session, args.positional()[0]);
+    } catch (const UnansweredQuestion& question) {
+        err << "tavlo-cli: " << question.what() << "\n";
+        return kExitUsage;
+    }
+    if (!read) return kExitBadInput;
+    // The model's notices about dropped functions are no refusal of the store.
+    for (const std::string& title : cli.prompter.shown())
+        if (title != "Incompatibility to PC1600" && title != "PC1600 Incompatibility") return kExitFailed;
+    const EditorState& editor = cli.session->editor;
+    out << (editor.PresetKeptInPool ? "kept the pool's preset: " : "stored: ")
+        << Windows1252ToUtf8(MSBModule::Trim(editor.preset.Name)) << "\n";
+    return kExitOk;
+}
+
+const CommandRegistrar show{{"pool show", "pool show NAME   a stored preset as JSON", {}, poolShow}};
+const CommandRegistrar importer{{"pool import",
+                                 "pool import FILE.syx [--on-clash keep|overwrite|rename-pool:NEW|rename-new:NEW] "
+                                 "[--scene-refs move|remove|keep] [--blank-name NAME]   store a preset dump in the pool",
+                                 {"--on-clash", "--scene-refs", "--blank-name"},
+                                 poolImport}};
 const CommandRegistrar exporter{{"pool export", "pool export NAME -o FILE.syx   write a preset as a sysex file", {}, poolExport}};
 const CommandRegistrar list{{"pool list", "pool list [--order name|device]   the presets of the pool", {"--order"}, poolList}};
 const CommandRegistrar rename{{"pool rename", "pool rename OLD NEW   rename a preset", {}, poolRename}};
