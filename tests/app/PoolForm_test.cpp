@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <QDialog>
+#include <QFileInfo>
 #include <QLabel>
 #include <QTimer>
 #include <QLineEdit>
@@ -29,6 +30,7 @@ private slots:
     void renameDuplicateAndDeleteThroughTheButtons();
     void buttonsThatWaitForOtherWindowsAreDisabled();
     void clashDialogueIsAModalDialogWithItsButtons();
+    void saveAndLoadASysexFile();
 
 private:
     std::int64_t store(const std::string& name, int scenes);
@@ -164,6 +166,26 @@ void PoolFormTest::clashDialogueIsAModalDialogWithItsButtons() {
     QVERIFY(seen);
     QCOMPARE(answer.button, static_cast<int>(ClashButton::RenameSysex));
     QCOMPARE(answer.fields.at(0), std::string("Other Name"));
+}
+
+void PoolFormTest::saveAndLoadASysexFile() {
+    store("On Disk", 0);
+    form->reload();
+    widget<QListWidget>("PoolList")->setCurrentRow(lines().indexOf("On Disk"));
+    const std::string path = t->dir.file("disk.syx");
+    t->prompter.expectSaveFile("Save Preset to Sysex or Tavlo Format File", path);
+    widget<QPushButton>("SavePresetSysexButton")->click();
+    QVERIFY(QFileInfo::exists(QString::fromStdString(path)));
+
+    widget<QListWidget>("PoolList")->setCurrentRow(lines().indexOf("On Disk"));
+    t->prompter.expectMessage("About to Delete Preset", MessageAnswer::Yes);
+    widget<QPushButton>("DeleteButton")->click();
+    QVERIFY(!lines().contains("On Disk"));
+
+    t->prompter.expectOpenFile("Get Preset from File (Tavlo Format or Sysex File)", path);
+    widget<QPushButton>("LoadPresetSysexButton")->click();
+    QVERIFY(lines().contains("On Disk"));
+    QVERIFY(t->prompter.done());
 }
 
 QTEST_MAIN(PoolFormTest)
