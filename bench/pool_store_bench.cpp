@@ -14,6 +14,7 @@
 #include "pool/PresetStore.h"
 #include "shell/Session.h"
 #include "ui/SteadyClock.h"
+#include "ui/StreamPrompter.h"
 
 namespace {
 
@@ -41,15 +42,6 @@ public:
     ChoiceAnswer choose(const ChoiceRequest&) override { return {}; }
 };
 
-class NoStatus : public StatusView {
-public:
-    void show(const std::string&, const std::string&, bool) override {}
-    void setLine(const std::string&) override {}
-    void hide() override {}
-    bool cancelled() const override { return false; }
-    void resetCancelled() override {}
-};
-
 struct BenchSession {
     explicit BenchSession(const char* file) {
         if (!pool.open(benchPath(file)).ok()) throw std::runtime_error("pool");
@@ -58,7 +50,7 @@ struct BenchSession {
     }
     PoolDatabase pool;
     NoQuestions prompter;
-    NoStatus status;
+    SilentStatusView status;
     SleepingPump pump;
     SteadyClock clock;
     std::unique_ptr<Session> session;

@@ -10,6 +10,7 @@
 #include "preset/PresetDecoder.h"
 #include "preset/PresetDump.h"
 #include "shell/Session.h"
+#include "ui/StreamPrompter.h"
 
 namespace tavlo {
 namespace {
@@ -30,18 +31,6 @@ struct DownloadScope {
     SessionFlags& flags;
 };
 
-// Answers nothing and says nothing: the trial decode below is not the user's.
-class SilentPrompter : public Prompter {
-public:
-    MessageAnswer message(const std::string&, const std::string&, MessageButtons) override { return MessageAnswer::OK; }
-    std::optional<std::string> input(const std::string&, const std::string&, const std::string&) override {
-        return std::nullopt;
-    }
-    std::optional<std::string> openFile(const FileRequest&) override { return std::nullopt; }
-    std::optional<std::string> saveFile(const FileRequest&) override { return std::nullopt; }
-    ChoiceAnswer choose(const ChoiceRequest&) override { return {}; }
-};
-
 }  // namespace
 
 bool ImportPresetSysexFile(Session& session, const std::string& path) {
@@ -53,7 +42,7 @@ bool ImportPresetSysexFile(Session& session, const std::string& path) {
     // A damaged dump is refused before the editor gives up what it holds.
     {
         EditorState trial;
-        SilentPrompter silent;
+        StreamPrompter silent;  // the trial decode is not the user's
         if (!PresetSysex2Form(*dump, trial, session.memImage, session.midi, silent).ok) {
             session.prompter.message(kCannotImportPresetTitle, kCannotImportPresetText);
             return false;

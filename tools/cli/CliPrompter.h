@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "ui/Prompter.h"
-#include "ui/StatusView.h"
 
 namespace tavlo::cli {
 
@@ -53,16 +52,6 @@ private:
     std::map<std::string, ChoiceAnswer> choices_;
     std::optional<std::string> file_;
     std::vector<std::string> shown_;
-};
-
-// No status window on the command line.
-class SilentStatusView : public StatusView {
-public:
-    void show(const std::string&, const std::string&, bool) override {}
-    void setLine(const std::string&) override {}
-    void hide() override {}
-    bool cancelled() const override { return false; }
-    void resetCancelled() override {}
 };
 
 }  // namespace tavlo::cli

@@ -8,6 +8,7 @@
 #include "pool/PoolDatabase.h"
 #include "shell/Session.h"
 #include "ui/SteadyClock.h"
+#include "ui/StreamPrompter.h"
 
 namespace tavlo::cli {
 
