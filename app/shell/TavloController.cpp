@@ -2,6 +2,7 @@
 
 #include <QCloseEvent>
 #include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QPrinterInfo>
 
 #include "midilink/ExchangeDump.h"
@@ -10,6 +11,7 @@
 #include "midilink/PeekForm.h"
 #include "midilink/RtMidiBackend.h"
 #include "pool/Database.h"
+#include "pool/PoolForm.h"
 #include "shell/QuitMenu.h"
 #include "shell/Session.h"
 #include "shell/SysexFileContents.h"
@@ -33,12 +35,26 @@ TavloController::TavloController(Session& session, QWidget* parent)
     // Entries whose windows are not part of this build yet stay disabled.
     for (QAction* action : {ui_->MidiDevManageMenu, ui_->CleanMenu,
                             ui_->GlobalMenu, ui_->NewGlobalMenu, ui_->ViewGlobalMenu, ui_->NewMemImageMenu,
-                            ui_->EditPresetMenu, ui_->NewPresetMenu, ui_->HelpHelpMenu})
+                            ui_->NewPresetMenu, ui_->HelpHelpMenu})
         action->setEnabled(false);
+
+    // The pool window lives for the whole run; closing it only hides it.
+    poolForm_ = new PoolForm(session_);
+    poolWindow_ = ui_->MDIArea->addSubWindow(poolForm_);
+    poolWindow_->setAttribute(Qt::WA_DeleteOnClose, false);
+    poolWindow_->hide();
+    poolForm_->reload();
+    connect(ui_->EditPresetMenu, &QAction::triggered, this, &TavloController::showPresetPool);
 
     startMidi();
     connect(ui_->MIDIMenu, &QAction::triggered, midiForm_, &MIDIForm::showConfiguration);
     connect(ui_->PeekMenu, &QAction::triggered, peekForm_, &PeekForm::peek);
+}
+
+void TavloController::showPresetPool() {
+    poolWindow_->show();
+    poolForm_->show();
+    poolWindow_->raise();
 }
 
 void TavloController::startMidi() {
