@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "editor/EditorSelection.h"
+#include "editor/FunctionAssignment.h"
 #include "midistrings/MSBModule.h"
 #include "preset/PresetCodes.h"
 #include "ui/Prompter.h"
@@ -85,7 +87,9 @@ ValueRange FaderRangeLimits(int function) {
 }
 
 void ClampFaderRange(FaderDef& fader) {
-    const ValueRange limits = FaderRangeLimits(fader.Function);
+    // The range sliders as showing the fader sets them: a string fader's
+    // range follows its parameter format.
+    const ValueRange limits = MinMaxRangeShown(fader.Function, fader.ParamFormat);
     fader.Min = static_cast<std::int16_t>(std::clamp<int>(fader.Min, limits.low, limits.high));
     fader.Max = static_cast<std::int16_t>(std::clamp<int>(fader.Max, limits.low, limits.high));
     // The two ends are kept apart: Min steps down, or up at the bottom of the range.
@@ -134,6 +138,7 @@ void PC1600xSetFaderFunction(EditorState& editor, int index, const std::string& 
 
     SelectFader(editor, index);
     ClampFaderRange(fader);
+    ShowFaderParams(editor, index);
     editor.notifyChanged();
 }
 
