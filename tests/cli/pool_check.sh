@@ -1,0 +1,25 @@
+#!/usr/bin/env bash
+# tavlo-cli pool init / pool check on a new, a damaged and a foreign file.
+set -u
+cli="$TAVLO_BUILD_DIR/tools/tavlo-cli"
+dir=$(mktemp -d)
+trap 'rm -rf "$dir"' EXIT
+fail() { echo "FAIL: $*"; exit 1; }
+
+"$cli" pool init --pool "$dir/new/Tavlo.mdb" >/dev/null || fail "pool init"
+out=$("$cli" pool check --pool "$dir/new/Tavlo.mdb") || fail "a new pool is not sound: $out"
+grep -q '^sound$' <<<"$out" || fail "no verdict line: $out"
+
+cp "$dir/new/Tavlo.mdb" "$dir/damaged.mdb"
+sqlite3 "$dir/damaged.mdb" "DELETE FROM PresetRec WHERE Name = '--Initialized--'" || fail "sqlite3"
+if out=$("$cli" pool check --pool "$dir/damaged.mdb"); then fail "a pool without its initialized preset passed"; fi
+grep -q 'NOT SOUND' <<<"$out" || fail "verdict missing: $out"
+
+echo "not a database" > "$dir/notes.txt"
+before=$(sha1sum "$dir/notes.txt")
+if "$cli" pool check --pool "$dir/notes.txt" >/dev/null; then fail "a text file passed"; fi
+if "$cli" pool init --pool "$dir/notes.txt" >/dev/null 2>&1; then fail "init over a text file succeeded"; fi
+[[ "$(sha1sum "$dir/notes.txt")" == "$before" ]] || fail "the text file was changed"
+
+if "$cli" pool check --pool "$dir/missing.mdb" >/dev/null; then fail "a missing file passed"; fi
+echo "pool check: all passed"

@@ -1,0 +1,80 @@
+#include "shell/Startup.h"
+
+#include <gtest/gtest.h>
+
+#include "TestSession.h"
+#include "shell/QuitMenu.h"
+#include "shell/WindowStates.h"
+
+using namespace tavlo;
+using namespace tavlo::testing;
+
+namespace {
+
+TEST(Startup, ScenesOnTheInitializedPresetAreRemovedAndOthersKept) {
+    TestSession t;
+    Database& db = t.pool.db();
+    const auto initialized = t.pool.InitializedPresetID();
+    db.exec("INSERT INTO PresetRec (Name, CreatedDate, UpdatedDate, SetupChannelMap) VALUES ('Mine', 'd', 'd', X'')");
+    const auto mine = db.lastInsertId();
+    for (auto owner : {initialized, initialized, mine}) {
+        Statement s = db.prepare("INSERT INTO SceneRec (PresetREF, Name) VALUES (:Owner, 'Intro')");
+        s.bind(":Owner", owner);
+        s.run();
+    }
+    PrepareSession(*t);
+    EXPECT_EQ(db.queryInt("SELECT count(*) FROM SceneRec"), 1);
+    Statement left = db.prepare("SELECT PresetREF FROM SceneRec");
+    ASSERT_TRUE(left.step());
+    EXPECT_EQ(left.getInt(0), mine);
+    EXPECT_EQ(t->editor.preset, WorkingPreset{});
+    EXPECT_EQ(t->memImage.SceneList.listCount(), 100);
+    EXPECT_EQ(t->memImage.SceneList.list(7), "07:  --Empty--   [p:--]");
+    EXPECT_EQ(t->memImage.SceneList.itemData(7), -1);
+}
+
+TEST(Startup, DamagedPoolShowsTheCriticalErrorAndRefuses) {
+    TempDir dir;
+    const std::string path = dir.file("Tavlo.mdb");
+    {
+        PoolDatabase pool;
+        ASSERT_TRUE(pool.open(path).ok());
+        pool.db().exec("DELETE FROM PresetRec WHERE Name = '--Initialized--'");
+    }
+    ScriptedPrompter prompter;
+    prompter.expectMessage("CRITICAL ERROR", MessageAnswer::OK);
+    PoolDatabase pool;
+    EXPECT_FALSE(OpenPoolForStartup(pool, path, prompter));
+    EXPECT_TRUE(prompter.done());
+    EXPECT_FALSE(pool.isOpen());
+}
+
+TEST(WindowStates, QuitWritesEveryRowInOrderAndClosesThePool) {
+    TestSession t;
+    const std::string path = t.pool.path();
+    std::vector<WindowStateRow> rows;
+    int n = 0;
+    for (const auto& name : WindowStateNames()) rows.push_back({name, n * 10, n * 20, n % 3, n % 2 == 0, n - 1, "L" + std::to_string(n)}), ++n;
+    t.pool.db().exec("INSERT INTO WindowStates (Window) VALUES ('stale')");
+
+    EXPECT_TRUE(QuitMenu(*t, rows));
+    EXPECT_FALSE(t.pool.isOpen());
+
+    PoolDatabase reopened;
+    ASSERT_TRUE(reopened.open(path).ok());
+    const auto read = ReadWindowStates(reopened.db());
+    ASSERT_EQ(read.size(), 10u);
+    EXPECT_EQ(read.front().Window, "MemImageForm");
+    EXPECT_EQ(read.back().Window, "PC1600xForm");
+    for (std::size_t i = 0; i < read.size(); ++i) {
+        EXPECT_EQ(read[i].Window, rows[i].Window);
+        EXPECT_EQ(read[i].Left, rows[i].Left);
+        EXPECT_EQ(read[i].Top, rows[i].Top);
+        EXPECT_EQ(read[i].WindowState, rows[i].WindowState);
+        EXPECT_EQ(read[i].Visible, rows[i].Visible);
+        EXPECT_EQ(read[i].LoadedID, rows[i].LoadedID);
+        EXPECT_EQ(read[i].LoadedName, rows[i].LoadedName);
+    }
+}
+
+}  // namespace
