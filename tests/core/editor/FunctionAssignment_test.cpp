@@ -264,3 +264,32 @@ TEST_F(FunctionAssignmentTest, LabelFields) {
 
 }  // namespace
 }  // namespace tavlo
+
+namespace tavlo {
+namespace {
+
+TEST(SetFaderFunctionRange, StringFaderRangeFollowsTheLibraryFormat) {
+    struct Case {
+        const char* format;
+        int bytes;
+        int wantMin, wantMax;
+    };
+    const Case cases[] = {
+        {"7 bits per byte, H-L", 2, -16384, 16383},
+        {"Nibs, L-H", 2, -256, 255},
+        {"Nibs, L-H", 3, -4096, 4095},
+        {"BCD, H-L", 2, -100, 99},
+        {"Single byte", 1, -128, 127},
+    };
+    for (const auto& c : cases) {
+        EditorState editor;
+        PC1600xSetFaderFunction(editor, 0, "S", 3, -20000, 20000, 1, 0, "F0 pr F7", c.format, std::string(18, ' '),
+                                c.bytes);
+        EXPECT_EQ(editor.preset.Faders[0].Min, c.wantMin) << c.format;
+        EXPECT_EQ(editor.preset.Faders[0].Max, c.wantMax) << c.format;
+        EXPECT_EQ(editor.MinMaxSliderMin, c.wantMin) << "the frame shows the same range";
+    }
+}
+
+}  // namespace
+}  // namespace tavlo
