@@ -1,0 +1,195 @@
+#include "midistrings/StringNotation.h"
+
+#include <gtest/gtest.h>
+
+#include "ScriptedPrompter.h"
+
+using namespace tavlo;
+using tavlo::testing::ScriptedPrompter;
+
+namespace {
+
+struct ValidateCase {
+    const char* input;
+    StringContext context;
+    bool pc1600;
+    bool ok;
+    const char* entered;   // returned text (the input as it came when in error)
+    const char* rendered;  // RenderedMessage when ok
+};
+
+std::ostream& operator<<(std::ostream& os, const ValidateCase& c) {
+    return os << '"' << c.input << "\" context " << static_cast<int>(c.context) << (c.pc1600 ? " PC1600" : "");
+}
+
+class Validate : public ::testing::TestWithParam<ValidateCase> {};
+
+TEST_P(Validate, CleansRendersOrRefuses) {
+    const ValidateCase& c = GetParam();
+    const EnteredStringCheck check = CheckEnteredString(c.input, c.context, c.pc1600);
+    EXPECT_EQ(check.ok, c.ok);
+    EXPECT_EQ(check.entered, c.entered);
+    EXPECT_EQ(check.rendered, c.ok ? std::string(c.rendered) : std::string("<error>"));
+}
+
+constexpr auto F = StringContext::Fader;
+constexpr auto B = StringContext::Button;
+constexpr auto S = StringContext::Setup;
+
+INSTANTIATE_TEST_SUITE_P(
+    Tokens, Validate,
+    ::testing::Values(
+        ValidateCase{"", F, false, true, "", ""},
+        ValidateCase{"f0  41   f7", F, false, true, "F0 41 F7", "F0 41 F7"},
+        ValidateCase{"240 065 247", B, false, true, "240 065 247", "F0 41 F7"},
+        ValidateCase{"256", F, false, false, "256", ""},
+        ValidateCase{"255", F, false, true, "255", "FF"},
+        ValidateCase{"015", F, false, true, "015", "0F"},
+        ValidateCase{"abc", F, false, true, "abc", "00"},
+        ValidateCase{"&HF", F, false, true, "&hf", "0F"},
+        ValidateCase{"1e2", F, false, true, "1e2", "64"},
+        ValidateCase{"4", F, false, false, "4", ""},
+        ValidateCase{"1234", F, false, false, "1234", ""},
+        ValidateCase{"zz-gc", F, false, true, "zz-gc", "zz-gc"},
+        ValidateCase{"B0-gc 07 pr", F, false, true, "b0-gc 07 pr", "b0-gc 07 pr"},
+        ValidateCase{"90 3c 7g", F, false, false, "90 3c 7g", ""},
+        ValidateCase{" 90", F, false, false, " 90", ""},
+        ValidateCase{"90 3C ", F, false, true, "90 3C", "90 3C"},
+        // Special tokens by kind of string.
+        ValidateCase{"B0 07 pr", F, false, true, "B0 07 pr", "B0 07 pr"},
+        ValidateCase{"B0 07 rv", F, false, false, "B0 07 rv", ""},
+        ValidateCase{"90 3C rv", B, false, true, "90 3C rv", "90 3C rv"},
+        ValidateCase{"90 3C pr", S, false, false, "90 3C pr", ""},
+        ValidateCase{"pr 10", B, false, false, "pr 10", ""},
+        ValidateCase{"PR 10", B, false, false, "PR 10", ""},
+        ValidateCase{"GC 10", B, false, true, "gc 10", "gc 10"},
+        ValidateCase{"gc 10", B, false, false, "gc 10", ""},
+        ValidateCase{"gc 10", S, false, true, "gc 10", "gc 10"},
+        // The version 1.1 device.
+        ValidateCase{"90 3C rv", B, true, false, "90 3C rv", ""},
+        ValidateCase{"B0 gc 10", S, true, false, "B0 gc 10", ""},
+        ValidateCase{"F0 dv F7", F, true, false, "F0 dv F7", ""},
+        ValidateCase{"B0-gc 07 10", F, true, false, "B0-gc 07 10", ""},
+        ValidateCase{"B0 07 pr", F, true, true, "B0 07 pr", "B0 07 pr"},
+        ValidateCase{"F0 41 10 42 12 40 00 7F 00 cs F7", F, true, false, "F0 41 10 42 12 40 00 7F 00 cs F7", ""},
+        ValidateCase{"F0 41 10 42 12 40 00 7F 00 cs F7", B, true, true, "F0 41 10 42 12 40 00 7F 00 cs F7",
+                     "F0 41 10 42 12 40 00 7F 00 41 F7"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Checksum, Validate,
+    ::testing::Values(
+        // Summed over 40 00 7F 00: the fifth byte behind F0 up to the one before "cs".
+        ValidateCase{"F0 41 10 42 12 40 00 7F 00 cs F7", B, false, true, "F0 41 10 42 12 40 00 7F 00 cs F7",
+                     "F0 41 10 42 12 40 00 7F 00 41 F7"},
+        ValidateCase{"F0 41 10 42 12 40 00 7F 00 cs F7", S, false, true, "F0 41 10 42 12 40 00 7F 00 cs F7",
+                     "F0 41 10 42 12 40 00 7F 00 41 F7"},
+        ValidateCase{"F0 41 10 42 12 40 00 7F 00 cs F7", F, false, true, "F0 41 10 42 12 40 00 7F 00 cs F7",
+                     "F0 41 10 42 12 40 00 7F 00 cs F7"},
+        // A 00 as third byte behind F0 moves the summed range one byte on.
+        ValidateCase{"F0 41 10 00 42 12 40 00 7F 00 cs F7", B, false, true,
+                     "F0 41 10 00 42 12 40 00 7F 00 cs F7", "F0 41 10 00 42 12 40 00 7F 00 41 F7"},
+        // Bytes summing to a multiple of 128 give 00.
+        ValidateCase{"F0 41 10 42 12 40 40 cs F7", B, false, true, "F0 41 10 42 12 40 40 cs F7",
+                     "F0 41 10 42 12 40 40 00 F7"},
+        // Specials inside the summed range refuse; before it they don't.
+        ValidateCase{"F0 41 10 42 12 dv 00 cs F7", B, false, false, "F0 41 10 42 12 dv 00 cs F7", ""},
+        ValidateCase{"F0 41 10 42 12 40 rv cs F7", B, false, false, "F0 41 10 42 12 40 rv cs F7", ""},
+        ValidateCase{"F0 41 10 42 12 40 gc cs F7", S, false, false, "F0 41 10 42 12 40 gc cs F7", ""},
+        ValidateCase{"F0 41 dv 42 12 40 00 cs F7", B, false, true, "F0 41 dv 42 12 40 00 cs F7",
+                     "F0 41 dv 42 12 40 00 40 F7"},
+        ValidateCase{"F0 41 10 cs F7", B, false, false, "F0 41 10 cs F7", ""},
+        ValidateCase{"F0 41 10 42 12 40 cs F7", F, false, true, "F0 41 10 42 12 40 cs F7", "F0 41 10 42 12 40 cs F7"},
+        ValidateCase{"F0 41 10 42 12 cs F7", F, false, false, "F0 41 10 42 12 cs F7", ""},
+        ValidateCase{"F0 41 10 42 cs F7", F, false, false, "F0 41 10 42 cs F7", ""},
+        ValidateCase{"41 10 42 12 40 00 cs F7", F, false, false, "41 10 42 12 40 00 cs F7", ""},
+        ValidateCase{"F0 41 10 42 12 40 00 cs", F, false, false, "F0 41 10 42 12 40 00 cs", ""},
+        ValidateCase{"F0 41 F7 42 12 40 00 cs F7", F, false, false, "F0 41 F7 42 12 40 00 cs F7", ""}));
+
+TEST(ValidateEnteredString, ShowsTheOneErrorBoxAndKeepsTheInput) {
+    ScriptedPrompter prompter;
+    prompter.expectMessage(kStringErrorTitle, StringErrorText(), MessageAnswer::OK);
+    StringWorkArea work;
+    std::string text = "90  3C   7G";
+    const std::string entered = ValidateEnteredString(text, StringContext::Fader, false, work, prompter);
+    EXPECT_EQ(entered, "90  3C   7G");
+    EXPECT_EQ(text, "90 3C 7G");
+    EXPECT_EQ(work.RenderedMessage, "<error>");
+    EXPECT_TRUE(prompter.done());
+    EXPECT_NE(StringErrorText().find("\r\n   - Entere hex values as two-characters"), std::string::npos);
+}
+
+TEST(ValidateEnteredString, GoodTextAsksNothing) {
+    ScriptedPrompter prompter;
+    StringWorkArea work;
+    std::string text = "f0 41  10 42 12 40 00 7f 00 cs f7";
+    EXPECT_EQ(ValidateEnteredString(text, StringContext::Button, false, work, prompter),
+              "F0 41 10 42 12 40 00 7F 00 cs F7");
+    EXPECT_EQ(work.RenderedMessage, "F0 41 10 42 12 40 00 7F 00 41 F7");
+    EXPECT_TRUE(prompter.seen().empty());
+}
+
+struct GenerateCase {
+    int kind, channel, value1, value2;
+    bool fader;
+    const char* expected;
+};
+
+TEST(GenerateMessageBytes, BuildsStatusAndValuesByKind) {
+    const GenerateCase cases[] = {
+        {0, 0, 60, 127, false, "  90 3C 7F"},
+        {1, 9, 60, 0, false, "  89 3C 00"},
+        {3, 16, 7, 100, false, "  B0-gc 07 64"},
+        {3, 15, 128, 128, true, "  BF pr pr"},
+        {3, 15, 128, 128, false, "  BF rv rv"},
+        {6, 2, 129, 130, false, "  E2 cs dv"},
+        {2, 1, 131, 132, false, "  A1 gc rv"},
+        {0, 0, 132, 133, false, "  90  "},  // 132 gives nothing as first value
+        {4, 4, 5, 99, false, "  C4 05 "},
+        {5, 16, 127, 0, false, "  D0-gc 7F "},
+        {9, 3, 12, 0, false, "  F3 0C "},
+        {8, 3, 1, 2, false, "  F2 01 02"},
+        {10, 0, 1, 2, false, "  F6  "},
+        {13, 0, 1, 2, false, "  FB  "},
+        {7, 0, 1, 2, false, "  F0  "},
+        {16, 0, 1, 2, false, "    "},
+    };
+    for (const GenerateCase& c : cases) {
+        const auto text = GenerateMessageBytes(c.kind, c.channel, c.value1, c.value2, c.fader);
+        ASSERT_TRUE(text.has_value()) << c.kind;
+        EXPECT_EQ(*text, c.expected) << "kind " << c.kind;
+    }
+    EXPECT_FALSE(GenerateMessageBytes(-1, 0, 0, 0, false).has_value());
+}
+
+TEST(NumberOfStringBytes, CountsBlanksAndDashesOfListLines) {
+    MessageStringSet set;
+    const char* lines[] = {"90-gc 3C 7F  (noteon)", "F0 41 10 42 12 40 00 7F 00 41 F7  (sysex)", "", "C0 05  (progch)"};
+    for (const char* line : lines) set.Slots[static_cast<std::size_t>(set.Count++)].ListItem = line;
+    EXPECT_EQ(NumberOfStringBytes(set, 0), 4);
+    EXPECT_EQ(NumberOfStringBytes(set, 1), 11);
+    EXPECT_EQ(NumberOfStringBytes(set, 2), 1);  // an empty line counts one
+    EXPECT_EQ(NumberOfStringBytes(set, 3), 2);
+    EXPECT_EQ(NumberOfStringBytes(set, -1), 18);
+    EXPECT_EQ(NumberOfStringBytes(set, 60), 0);
+}
+
+TEST(MessageTable, KindsAndFormats) {
+    EXPECT_EQ(kMessageKinds.size(), 17u);
+    EXPECT_EQ(kMessageKinds[13].valueCount, 101);
+    EXPECT_EQ(kMessageKinds[16].listName, "freebyte");
+    EXPECT_EQ(MakeListItem(" 90 3C 7F ", 0), "90 3C 7F  (noteon)");
+    const int prBytes[] = {1, 2, 2, 3, 3, 2, 2, 3, 3, 4, 4, 2, 2};
+    for (int format = 0; format < 13; ++format) EXPECT_EQ(PrByteCount(format), prBytes[format]) << format;
+}
+
+TEST(JoinedStringText, CutsListLinesBeforeTheirBracket) {
+    MessageStringSet set;
+    set.Slots[0].ListItem = "90 3C 7F  (noteon)";
+    set.Slots[1].ListItem = "F1 05  (freebyte)";
+    set.Count = 2;
+    EXPECT_EQ(JoinedStringText(set), "90 3C 7F F1 05");
+    set.Count = 0;
+    EXPECT_EQ(JoinedStringText(set), "");
+}
+
+}  // namespace

@@ -1,0 +1,331 @@
+#include "preset/PresetEncoder.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <vector>
+
+#include "preset/PresetDump.h"
+
+using namespace tavlo;
+
+namespace {
+
+std::string bytes(std::initializer_list<int> values) {
+    std::string out;
+    for (int v : values) out += static_cast<char>(v);
+    return out;
+}
+
+// The raw body of a dump: the nibble pairs from offset 43 to the F7 joined.
+std::string rawBody(const std::string& dump) {
+    std::string raw;
+    for (std::size_t i = kPresetDumpFrameSize - 1; i + 2 < dump.size(); i += 2)
+        raw += static_cast<char>((dump[i] << 4) | dump[i + 1]);
+    return raw;
+}
+
+// The body cut into records by their Length bytes: 18 faders, 16 buttons,
+// data wheel, setup.
+std::vector<std::string> records(const std::string& dump) {
+    const std::string raw = rawBody(dump);
+    std::vector<std::string> out;
+    for (std::size_t i = 0; i < raw.size();) {
+        const std::size_t length = static_cast<unsigned char>(raw[i]);
+        out.push_back(raw.substr(i, length + 1));
+        i += length + 1;
+    }
+    return out;
+}
+
+constexpr std::size_t kWheel = 34;
+constexpr std::size_t kSetup = 35;
+
+struct Fixture {
+    EditorState editor;
+    MemImageState memImage;
+    MidiConfig midi;
+
+    Fixture() {
+        // A new preset's setup scene list: "<none>" chosen.
+        editor.SelectPresetSceneCombo.addItem(kNoScene, -1);
+        editor.SelectPresetSceneCombo.setListIndex(0);
+    }
+    std::string dump() const { return Form2PresetSysex(editor, memImage, midi); }
+    std::string record(std::size_t index) const { return records(dump()).at(index); }
+};
+
+void setString(MessageStringSet& set, std::initializer_list<const char*> substrings) {
+    set.clear();
+    for (const char* s : substrings) set.Slots[static_cast<std::size_t>(set.Count++)].EnteredString = s;
+}
+
+TEST(Form2PresetSysex, NewPresetIs188BytesWithSize72) {
+    Fixture f;
+    f.midi.DeviceId = 5;
+    const std::string dump = f.dump();
+    ASSERT_EQ(dump.size(), 188u);
+    EXPECT_EQ(dump.substr(0, 7), bytes({0xF0, 0x00, 0x00, 0x1B, 0x0B, 0x05, 0x04}));
+    std::string blanks;
+    for (int i = 0; i < 16; ++i) blanks += bytes({2, 0});
+    EXPECT_EQ(dump.substr(7, 32), blanks);
+    EXPECT_EQ(dump.substr(39, 4), bytes({0, 0, 4, 8}));
+    EXPECT_EQ(static_cast<unsigned char>(dump.back()), 0xF7);
+    const auto recs = records(dump);
+    ASSERT_EQ(recs.size(), 36u);
+    for (std::size_t i = 0; i < 34; ++i) EXPECT_EQ(recs[i], bytes({1, 0})) << i;
+    EXPECT_EQ(recs[kWheel], bytes({1, 0}));
+    EXPECT_EQ(recs[kSetup], bytes({1, 0}));
+    for (std::size_t i = 7; i + 1 < dump.size(); ++i) EXPECT_LT(static_cast<unsigned char>(dump[i]), 16) << i;
+}
+
+TEST(Form2PresetSysex, NameIsTrimmedPaddedAndSubstituted) {
+    struct Case {
+        const char* name;
+        const char* sent;
+    };
+    for (const Case& c : {Case{"  A>B  ", "A~B             "}, Case{"Exactly16chars!!", "Exactly16chars!!"},
+                          Case{"", "                "}}) {
+        Fixture f;
+        f.editor.preset.Name = c.name;
+        const std::string dump = f.dump();
+        std::string name;
+        for (std::size_t i = 7; i < 39; i += 2) name += static_cast<char>((dump[i] << 4) | dump[i + 1]);
+        EXPECT_EQ(name, c.sent) << c.name;
+    }
+}
+
+struct FaderCase {
+    const char* what;
+    FaderDef fader;
+    std::vector<const char*> strings;
+    std::string record;
+};
+
+FaderDef fader(int function, const char* name, int min, int max, int channel = 16, int cc = 0, int mode = 0,
+               int format = 0, std::string master = std::string(18, ' ')) {
+    FaderDef f;
+    f.Function = static_cast<std::int16_t>(function);
+    f.Name = name;
+    f.Min = static_cast<std::int16_t>(min);
+    f.Max = static_cast<std::int16_t>(max);
+    f.Channel = static_cast<std::int16_t>(channel);
+    f.CCNum = static_cast<std::int16_t>(cc);
+    f.ReplaceMode = static_cast<std::int16_t>(mode);
+    f.ParamFormat = static_cast<std::int16_t>(format);
+    f.MasterOf = std::move(master);
+    return f;
+}
+
+TEST(Form2PresetSysex, FaderRecordsByFunction) {
+    const FaderCase cases[] = {
+        {"function 0 loses its name", fader(0, "Named", 0, 127), {}, bytes({1, 0})},
+        {"continuous controller", fader(1, "Vol>ume", 10, 100, 16, 7, 2), {},
+         bytes({13, 0x71, 10, 100, 0x10, 7, 2}) + "Vol~ume"},
+        {"channel 15", fader(1, "", 127, 0, 15, 0, 0), {}, bytes({6, 0x01, 127, 0, 15, 0, 0})},
+        {"master of faders 1, 9, CV1, CV2", fader(2, "M", 0, 127, 16, 0, 0, 0, "X       X       XX"), {},
+         bytes({5, 0x12, 0x01, 0x01, 0x03}) + "M"},
+        {"master of 8 and 16", fader(2, "", 0, 127, 16, 0, 0, 0, "       X       X  "), {},
+         bytes({4, 0x02, 0x80, 0x80, 0x00})},
+        {"string with global channel and fader value", fader(3, "Cut", -1, 300, 16, 0, 0, 1), {"B0-gc 07 pr"},
+         bytes({14, 0x33, 2, 0xFF, 0xFF, 0x01, 0x2C, 4, 0xB0, 0xFE, 0x07, 0xFF}) + "Cut"},
+        {"string of several substrings and specials", fader(3, "", 0, 16383, 16, 0, 0, 12),
+         {"F0 41 dv 42 12 40 cs F7", "rv", "C0-gc 05"},
+         bytes({19, 0x03, 13, 0x00, 0x00, 0x3F, 0xFF, 12, 0xF0, 0x41, 0xFD, 0x42, 0x12, 0x40, 0xFC, 0xF7, 0xFF, 0xC0,
+                0xFE, 0x05})},
+        {"a name longer than the head holds", fader(1, "ABCDEFGHIJKLMNOPQ", 0, 127), {},
+         bytes({21, 0xF1, 0, 127, 16, 0, 0}) + "ABCDEFGHIJKLMNO"},
+    };
+    for (const FaderCase& c : cases) {
+        Fixture f;
+        f.editor.preset.Faders[3] = c.fader;
+        setString(f.editor.preset.FaderStrings[3], {});
+        for (const char* s : c.strings) {
+            auto& set = f.editor.preset.FaderStrings[3];
+            set.Slots[static_cast<std::size_t>(set.Count++)].EnteredString = s;
+        }
+        EXPECT_EQ(f.record(3), c.record) << c.what;
+        EXPECT_EQ(f.record(2), bytes({1, 0})) << c.what;
+    }
+}
+
+TEST(Form2PresetSysex, FaderFunctionOutsideTheListGivesNoRecord) {
+    Fixture f;
+    f.editor.preset.Faders[0].Function = 4;
+    EXPECT_EQ(records(f.dump()).size(), 35u);
+    EXPECT_EQ(f.dump().size(), 184u);
+}
+
+ButtonDef button(int function, const char* name, int channel = 16, int prog = 0, int velocity = 127, int note = 60,
+                 const char* scene = kNoScene, int scenePreset = -1) {
+    ButtonDef b;
+    b.Function = static_cast<std::int16_t>(function);
+    b.Name = name;
+    b.Channel = static_cast<std::int16_t>(channel);
+    b.ProgChange = static_cast<std::int16_t>(prog);
+    b.Velocity = static_cast<std::int16_t>(velocity);
+    b.Note = static_cast<std::int16_t>(note);
+    b.Scene = scene;
+    b.ScenePreset = scenePreset;
+    return b;
+}
+
+struct ButtonCase {
+    const char* what;
+    ButtonDef button;
+    bool pc1600;
+    std::string record;
+};
+
+TEST(Form2PresetSysex, ButtonRecordsByFunctionAndModel) {
+    const ButtonCase cases[] = {
+        {"off", button(0, "Gone"), false, bytes({1, 0})},
+        {"mute", button(1, "Mute"), false, bytes({5, 0x41}) + "Mute"},
+        {"solo", button(2, "S>"), false, bytes({3, 0x22}) + "S~"},
+        {"program change on ChOut", button(3, "PC", 16, 42), false, bytes({5, 0x23, 0x10, 42}) + "PC"},
+        {"program change on channel 16", button(3, "", 15, 0), false, bytes({3, 0x03, 0x0F, 0})},
+        {"note", button(4, "N", 2, 0, 100, 61), false, bytes({5, 0x14, 2, 61, 100}) + "N"},
+        {"send fader", button(8, "SF"), false, bytes({3, 0x28}) + "SF"},
+        {"send fader on PC1600", button(8, "SF"), true, bytes({1, 0})},
+        {"send scene in the list", button(9, "SS", 16, 0, 127, 60, "Verse", 77), false, bytes({4, 0x29, 5}) + "SS"},
+        {"send scene of another owner", button(9, "", 16, 0, 127, 60, "Verse", 78), false, bytes({2, 0x09, 100})},
+        {"send scene on PC1600", button(9, "SS", 16, 0, 127, 60, "Verse", 77), true, bytes({1, 0})},
+    };
+    for (const ButtonCase& c : cases) {
+        Fixture f;
+        f.midi.PC1600Model = c.pc1600;
+        f.memImage.SceneList.setLine(5, "05:  Verse  [p:02]", 77);
+        f.editor.preset.Buttons[7] = c.button;
+        EXPECT_EQ(f.record(18 + 7), c.record) << c.what;
+    }
+}
+
+TEST(Form2PresetSysex, ButtonStrings) {
+    Fixture f;
+    f.editor.preset.Buttons[0] = button(5, "St");
+    setString(f.editor.preset.ButtonStrings1[0], {"90 3C rv", "FC"});
+    setString(f.editor.preset.ButtonStrings2[0], {"80 3C 00"});  // not sent by function 5
+    f.editor.preset.Buttons[1] = button(6, "PR");
+    setString(f.editor.preset.ButtonStrings1[1], {"90 3C 7F"});
+    setString(f.editor.preset.ButtonStrings2[1], {"80 3C 00", "gc"});
+    f.editor.preset.Buttons[2] = button(7, "");
+    setString(f.editor.preset.ButtonStrings1[2], {});
+    setString(f.editor.preset.ButtonStrings2[2], {"C0 01"});
+    const auto recs = records(f.dump());
+    EXPECT_EQ(recs[18], bytes({8, 0x25, 4, 0x90, 0x3C, 0xFF, 0xFC}) + "St");
+    EXPECT_EQ(recs[19], bytes({12, 0x26, 3, 0x90, 0x3C, 0x7F, 4, 0x80, 0x3C, 0x00, 0xFE}) + "PR");
+    EXPECT_EQ(recs[20], bytes({5, 0x07, 0, 2, 0xC0, 0x01}));
+}
+
+TEST(Form2PresetSysex, LongStringsWriteTheFirstTwoHexDigitsOfTheirCount) {
+    Fixture f;
+    f.editor.preset.Faders[0] = fader(3, "", 0, 127);
+    std::string text;
+    for (int i = 0; i < 99; ++i) text += "01 ";
+    auto& set = f.editor.preset.FaderStrings[0];
+    set.clear();
+    for (int i = 0; i < 3; ++i) set.Slots[static_cast<std::size_t>(set.Count++)].EnteredString = text;
+    const std::string raw = rawBody(f.dump());
+    // 297 bytes: Length 7 + 297 = 304 = 130h and Count 129h are written as 13h and 12h.
+    EXPECT_EQ(static_cast<unsigned char>(raw[0]), 0x13);
+    EXPECT_EQ(static_cast<unsigned char>(raw[7]), 0x12);
+}
+
+TEST(Form2PresetSysex, DataWheel) {
+    for (const auto& [link, record] : {std::pair{0, bytes({1, 0})}, std::pair{1, bytes({2, 1, 0})},
+                                       std::pair{17, bytes({2, 1, 16})}, std::pair{19, bytes({2, 1, 18})}}) {
+        Fixture f;
+        f.editor.preset.DataWheelLink = static_cast<std::int16_t>(link);
+        EXPECT_EQ(f.record(kWheel), record) << link;
+    }
+}
+
+struct SetupCase {
+    const char* what;
+    std::function<void(Fixture&)> arrange;
+    std::string record;
+};
+
+TEST(Form2PresetSysex, SetupRecord) {
+    auto channel = [](Fixture& f, int ch, int bank, int msb, int prog, int vol) {
+        f.editor.preset.SetupChannels[static_cast<std::size_t>(ch)] =
+            SetupChannelDef{static_cast<std::int16_t>(bank), static_cast<std::int16_t>(msb),
+                            static_cast<std::int16_t>(prog), static_cast<std::int16_t>(vol)};
+    };
+    auto chooseScene = [](Fixture& f) {
+        f.memImage.SceneList.setLine(3, "03:  Chorus  [p:01]", 12);
+        f.editor.SelectPresetSceneCombo.addItem("03:  Chorus  [p:01]", -15);
+        f.editor.SelectPresetSceneCombo.setListIndex(1);
+        f.editor.preset.SetupScene = "Chorus";
+        f.editor.preset.SetupScenePreset = 12;
+    };
+    const SetupCase cases[] = {
+        {"nothing", [](Fixture&) {}, bytes({1, 0})},
+        {"a bank alone is absent", [&](Fixture& f) { channel(f, 0, 5, 0, 0, 0); }, bytes({1, 0})},
+        {"banks go with another channel's program",
+         [&](Fixture& f) {
+             channel(f, 0, 5, 0, 0, 0);
+             channel(f, 9, 0, 0, 11, 101);
+         },
+         bytes({10, 1, 0x01, 0x02, 0x84, 0x7F, 0x7F, 0x7F, 0x8A, 0xE4, 0})},
+        {"MSB bank: one less than shown; bank 0 as FF",
+         [&](Fixture& f) {
+             channel(f, 1, 6, 1, 1, 0);
+             channel(f, 15, 1, 1, 0, 128);
+         },
+         bytes({10, 1, 0x02, 0x80, 0x04, 0x80, 0x7F, 0xFF, 0x7F, 0xFF, 0})},
+        {"initialised preset is always absent",
+         [&](Fixture& f) {
+             f.editor.preset.Name = kInitializedName;
+             channel(f, 0, 0, 0, 3, 3);
+         },
+         bytes({1, 0})},
+        {"setup string alone",
+         [&](Fixture& f) { setString(f.editor.preset.SetupStrings, {"B0 07 rv", "C0 05"}); },
+         bytes({9, 1, 0, 0, 5, 0xB0, 0x07, 0xFF, 0xC0, 0x05})},
+        {"setup scene", chooseScene, bytes({6, 1, 0, 0, 0xFE, 3, 0})},
+        {"setup scene not in the image",
+         [&](Fixture& f) {
+             chooseScene(f);
+             f.editor.preset.SetupScenePreset = 13;
+         },
+         bytes({6, 1, 0, 0, 0xFE, 100, 0})},
+        {"no selection counts as a scene",
+         [&](Fixture& f) { f.editor.SelectPresetSceneCombo.setListIndex(-1); }, bytes({6, 1, 0, 0, 0xFE, 100, 0})},
+    };
+    for (const SetupCase& c : cases) {
+        Fixture f;
+        c.arrange(f);
+        EXPECT_EQ(f.record(kSetup), c.record) << c.what;
+    }
+}
+
+TEST(Form2PresetSysex, SetupOnThePC1600SendsLSBAndNoScene) {
+    Fixture f;
+    f.midi.PC1600Model = true;
+    f.editor.preset.SetupChannels[2] = SetupChannelDef{6, 1, 0, 0};
+    f.editor.preset.SetupChannels[3] = SetupChannelDef{0, 0, 2, 0};
+    f.editor.SelectPresetSceneCombo.addItem("03:  Chorus  [p:01]", -15);
+    f.editor.SelectPresetSceneCombo.setListIndex(1);
+    EXPECT_EQ(f.record(kSetup), bytes({10, 1, 0x0C, 0x00, 0x85, 0x7F, 0x7F, 0x7F, 0x81, 0x7F, 0}));
+}
+
+TEST(Form2PresetSysex, SizeCountsTheRawBody) {
+    Fixture f;
+    f.editor.preset.Faders[0] = fader(1, "Volume", 0, 127);
+    f.editor.preset.Buttons[0] = button(1, "M");
+    const std::string dump = f.dump();
+    const std::size_t size = (dump[39] << 12) | (dump[40] << 8) | (dump[41] << 4) | dump[42];
+    EXPECT_EQ(size, rawBody(dump).size());
+    EXPECT_EQ(size, (dump.size() - kPresetDumpFrameSize) / 2);
+    EXPECT_EQ(size, 72u + 11u + 1u);
+}
+
+TEST(WireByte, HexDigitsAsTheyCome) {
+    const std::pair<int, int> cases[] = {{0, 0}, {15, 15}, {16, 16}, {255, 255}, {256, 0x10},
+                                         {300, 0x12}, {4095, 0xFF}, {4096, 0x10}, {-1, 0xFF}, {-2, 0xFF}};
+    for (const auto& [value, byte] : cases) EXPECT_EQ(WireByte(value), byte) << value;
+    EXPECT_EQ(CheckSum("anything"), 0);
+}
+
+}  // namespace
