@@ -22,9 +22,11 @@
 #include "editor/SetupInfo.h"
 #include "editor/SpreadForm.h"
 #include "midistrings/MSBModule.h"
+#include "midistrings/StringEditForm.h"
 #include "pool/Database.h"
 #include "preset/PresetCodes.h"
 #include "shell/Session.h"
+#include "ui/CCDigitTyping.h"
 #include "ui/LabelDefaults.h"
 #include "ui/QtText.h"
 #include "ui/SliderTextPair.h"
@@ -93,8 +95,11 @@ PC1600XForm::PC1600XForm(Session& session, QWidget* parent)
     connectSetupFrame();
     ui_->StoreInPoolButton->setEnabled(false);
     ui_->InitPresetButton->setEnabled(false);
-    for (QPushButton* b : {ui_->EditStringButton, ui_->String1Button, ui_->String2Button, ui_->SStringButton})
-        b->setEnabled(false);
+    stringEditForm_ = new StringEditForm(session_, this);
+    setStringEditor([this](StringDoor door) {
+        const int index = door == StringDoor::Fader ? editor_.CurrentFader : editor_.CurrentButton;
+        stringEditForm_->edit(door, index);
+    });
 
     token_ = editor_.subscribe([this] { refresh(); });
     refresh();
@@ -270,7 +275,7 @@ void PC1600XForm::connectFaderFrame() {
         SetFaderCCNum(editor_, v);
     });
     connect(ui_->CCNameListCombo, &QComboBox::activated, this, [this](int index) { ui_->CCNumSlider->setValue(index); });
-    ui_->CCNameListCombo->installEventFilter(this);
+    new CCDigitTyping(ui_->CCNameListCombo, [this](int cc) { ui_->CCNumSlider->setValue(cc); });
     ui_->CCNumSlider->installEventFilter(this);
     connect(ui_->ModeCombo, &QComboBox::activated, this, [this](int index) { SetReplaceMode(editor_, index); });
     connect(ui_->ParamFormatCombo, &QComboBox::activated, this, [this](int index) { SetParamFormat(editor_, index); });
@@ -626,21 +631,6 @@ void PC1600XForm::dropOn(bool button, int index, const QMimeData* mime) {
 
 bool PC1600XForm::eventFilter(QObject* watched, QEvent* event) {
     const QEvent::Type type = event->type();
-    if (watched == ui_->CCNameListCombo) {
-        if (type == QEvent::FocusIn) ccTypedDigits_.clear();
-        if (type == QEvent::KeyPress) {
-            const auto* key = static_cast<QKeyEvent*>(event);
-            const QString text = key->text();
-            if (text.size() == 1 && text[0].isDigit()) {
-                if (ccTypedDigits_.size() >= 3) ccTypedDigits_.clear();
-                ccTypedDigits_ += static_cast<char>(text[0].toLatin1());
-                ui_->CCNumSlider->setValue(std::clamp(std::stoi(ccTypedDigits_), 0, 120));
-                return true;
-            }
-            ccTypedDigits_.clear();
-        }
-        return QWidget::eventFilter(watched, event);
-    }
     if (watched == ui_->CCNumSlider && type == QEvent::KeyPress) {
         ParameterText::SliderKey key;
         if (SliderTextPair::KeyOf(static_cast<QKeyEvent*>(event), key)) {

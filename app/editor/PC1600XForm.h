@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 
+#include "midistrings/StringEditState.h"
 #include "ui/Observable.h"
 
 namespace Ui {
@@ -24,11 +25,9 @@ namespace tavlo {
 class LabelDefaults;
 class Session;
 class SliderTextPair;
+class StringEditForm;
 struct EditorState;
 class ListState;
-
-// Which string of the preset the string editor is opened on.
-enum class StringDoor { Fader, Button1, Button2, Setup };
 
 // The preset editor: a picture of the device (18 sliders with their labels,
 // 16 buttons) and the frame of what is selected. It renders the editor state
@@ -47,6 +46,7 @@ public:
     void setStoreAction(std::function<void()> store);
     void setInitAction(std::function<void()> init);
     void setStringEditor(std::function<void(StringDoor)> edit);
+    StringEditForm* stringEditForm() const { return stringEditForm_; }
     // Redraws everything from the editor state.
     void refresh();
     // What a drop on a button or on a fader (or its label) does.
@@ -82,10 +82,10 @@ private:
     std::array<QPushButton*, 16> buttons_{};
     std::map<std::string, SliderTextPair*> pairs_;
     LabelDefaults* labelDefaults_ = nullptr;
+    StringEditForm* stringEditForm_ = nullptr;
     QTimer* DragTimer = nullptr;
     bool refreshing_ = false;
     bool sliderMovedSincePress_ = false;
-    std::string ccTypedDigits_;
     std::function<void()> store_;
     std::function<void()> init_;
     std::function<void(StringDoor)> editString_;
