@@ -66,6 +66,8 @@ QValidator* nameValidator(QObject* parent) {
 PC1600XForm::PC1600XForm(Session& session, QWidget* parent)
     : QWidget(parent), session_(session), editor_(session.editor), ui_(std::make_unique<Ui::PC1600XForm>()) {
     ui_->setupUi(this);
+    // Laid out by hand as a picture of the panel: the size is the design's.
+    setFixedSize(size());
     setWindowTitle("PC1600x Preset Editor");
     for (int i = 0; i < 18; ++i) {
         sliders_[i] = child<QSlider>(this, QString("PCSlider_%1").arg(i));

@@ -34,6 +34,7 @@ void fillCombo(QComboBox* combo, const ListState& list) {
 StringEditForm::StringEditForm(Session& session, QWidget* parent)
     : QDialog(parent), session_(session), ui_(std::make_unique<Ui::StringEditForm>()) {
     ui_->setupUi(this);
+    setFixedSize(size());
     setModal(true);
     labelDefaults_ = new LabelDefaults(this);
     for (const auto& kind : kMessageKinds) ui_->MessageCombo->addItem(toQt(std::string(kind.text)));

@@ -2,6 +2,10 @@
 
 #include <QCloseEvent>
 #include <QMdiArea>
+#include <QMdiSubWindow>
+
+#include "editor/NewPreset.h"
+#include "editor/PC1600XForm.h"
 
 #include "pool/Database.h"
 #include "shell/QuitMenu.h"
@@ -24,8 +28,26 @@ TavloController::TavloController(Session& session, QWidget* parent)
     // Entries whose windows are not part of this build yet stay disabled.
     for (QAction* action : {ui_->MIDIMenu, ui_->MidiDevManageMenu, ui_->SysexFileMenu, ui_->CleanMenu,
                             ui_->GlobalMenu, ui_->NewGlobalMenu, ui_->ViewGlobalMenu, ui_->NewMemImageMenu,
-                            ui_->EditPresetMenu, ui_->NewPresetMenu, ui_->PeekMenu, ui_->HelpHelpMenu})
+                            ui_->EditPresetMenu, ui_->PeekMenu, ui_->HelpHelpMenu})
         action->setEnabled(false);
+
+    // The preset editor lives for the whole run; closing it only hides it.
+    editorForm_ = new PC1600XForm(session_);
+    QMdiSubWindow* editorFrame = ui_->MDIArea->addSubWindow(editorForm_);
+    editorFrame->setAttribute(Qt::WA_DeleteOnClose, false);
+    editorFrame->adjustSize();
+    editorFrame->hide();
+    connect(ui_->NewPresetMenu, &QAction::triggered, this, &TavloController::newPreset);
+}
+
+PC1600XForm* TavloController::editorForm() const { return editorForm_; }
+
+void TavloController::newPreset() {
+    StartNewPreset(session_);
+    QWidget* frame = editorForm_->parentWidget();
+    frame->show();
+    frame->raise();
+    editorForm_->setFocus();
 }
 
 TavloController::~TavloController() = default;

@@ -9,6 +9,7 @@ class QMdiArea;
 
 namespace tavlo {
 
+class PC1600XForm;
 class Session;
 
 // The main window: an MDI frame with the menu bar in which every other
@@ -22,15 +23,19 @@ public:
     QMdiArea* mdiArea() const;
     // Puts the main window where the last run left it.
     void restoreGeometryFromPool();
+    // The preset editor window.
+    PC1600XForm* editorForm() const;
 
 protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
     void clearDefaults();
+    void newPreset();
 
     Session& session_;
     std::unique_ptr<Ui::TavloController> ui_;
+    PC1600XForm* editorForm_ = nullptr;
 };
 
 }  // namespace tavlo

@@ -17,6 +17,11 @@
 #include "editor/Scenes.h"
 #include "pool/Database.h"
 #include "shell/Session.h"
+#include "shell/TavloController.h"
+#include "shell/TavloProgram.h"
+#include "TempDir.h"
+#include <QAction>
+#include <QMdiSubWindow>
 
 using namespace tavlo;
 using namespace tavlo::testing;
@@ -35,6 +40,7 @@ private slots:
     void aHeldPressDragsAndAClickDoesNot();
     void setupFrame();
     void closingAsksAndOnlyHides();
+    void theMainWindowOpensTheEditorForANewPreset();
     void grabForReview();
 
 private:
@@ -354,6 +360,32 @@ void PC1600XFormTest::closingAsksAndOnlyHides() {
     QCOMPARE(editor().preset.Name, std::string("My Preset"));
 }
 
+void PC1600XFormTest::theMainWindowOpensTheEditorForANewPreset() {
+    TempDir dir;
+    ScriptedPrompter prompter;
+    TavloProgram program(prompter);
+    QVERIFY(program.start(dir.file("Tavlo.mdb")));
+    TavloController* main = program.controller();
+    main->show();
+    auto* menu = main->findChild<QAction*>("NewPresetMenu");
+    QVERIFY(menu->isEnabled());
+    program.session().editor.preset.Name = "stale";
+    menu->trigger();
+    PC1600XForm* editorForm = main->editorForm();
+    QVERIFY(editorForm->isVisible());
+    QCOMPARE(program.session().editor.preset.Name, std::string());
+    auto* frame = qobject_cast<QMdiSubWindow*>(editorForm->parentWidget());
+    QVERIFY(frame);
+    // Fits the main window's area on a 1366x768 screen.
+    QVERIFY(frame->sizeHint().width() <= 1366);
+    frame->close();
+    QVERIFY(!frame->isVisible());
+    QCOMPARE(main->editorForm(), editorForm);
+    menu->trigger();
+    QVERIFY(frame->isVisible());
+    QVERIFY(prompter.done());
+}
+
 void PC1600XFormTest::grabForReview() {
     // With TAVLO_GRAB_DIR set, the window is saved as pictures to look at.
     const QByteArray dir = qgetenv("TAVLO_GRAB_DIR");
@@ -370,6 +402,17 @@ void PC1600XFormTest::grabForReview() {
     form->grab().save(QString(dir) + "/editor-button.png");
     QTest::mouseClick(w<QPushButton>("SetupStringButton"), Qt::LeftButton);
     form->grab().save(QString(dir) + "/editor-setup.png");
+
+    // The editor inside the main window on a 1366x768 screen.
+    TempDir poolDir;
+    ScriptedPrompter prompter;
+    TavloProgram program(prompter);
+    QVERIFY(program.start(poolDir.file("Tavlo.mdb")));
+    program.controller()->resize(1366, 740);
+    program.controller()->show();
+    program.controller()->findChild<QAction*>("NewPresetMenu")->trigger();
+    QTest::qWait(50);
+    program.controller()->grab().save(QString(dir) + "/main-1366.png");
 }
 
 QTEST_MAIN(PC1600XFormTest)

@@ -1,4 +1,5 @@
 #include "editor/SetupInfo.h"
+#include "editor/Scenes.h"
 
 #include <gtest/gtest.h>
 
@@ -122,6 +123,32 @@ TEST_F(SetupInfoTest, ClosingAsksOnlyForAChangedPresetAndOnlyHides) {
     editor().preset.Name = "--Initialized--";
     EXPECT_TRUE(EditorQueryClose(*t, store));
     EXPECT_TRUE(t.prompter.done());
+}
+
+}  // namespace
+}  // namespace tavlo
+
+#include "editor/EditorDefaults.h"
+#include "editor/NewPreset.h"
+
+namespace tavlo {
+namespace {
+
+TEST(NewPreset, TakesTheDefaultsAndCountsAsUnchanged) {
+    testing::TestSession t;
+    WorkingPreset source;
+    source.SetupChannels[0] = SetupChannelDef{2, 0, 5, 101};
+    WriteSetupChannelDefaults(t.pool.db(), source);
+    WriteDefault(t.pool.db(), "DataWheelLink", 19);
+    t->editor.preset.Faders[3].Function = 1;
+    t->editor.preset.Name = "old";
+    StartNewPreset(*t);
+    EXPECT_EQ(t->editor.preset.SetupChannels[0], (SetupChannelDef{2, 0, 5, 101}));
+    EXPECT_EQ(t->editor.preset.DataWheelLink, 19);
+    EXPECT_EQ(t->editor.preset.Faders[3].Function, 0);
+    EXPECT_TRUE(t->editor.preset.Name.empty());
+    EXPECT_FALSE(PresetChangedSinceStore(t->editor));
+    EXPECT_EQ(t->editor.SelectPresetSceneCombo.list(0), "<none>");
 }
 
 }  // namespace
