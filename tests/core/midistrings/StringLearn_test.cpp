@@ -1,0 +1,72 @@
+#include "midistrings/StringLearn.h"
+
+#include <gtest/gtest.h>
+
+#include "TestSession.h"
+#include "midistrings/StringEditor.h"
+
+namespace tavlo {
+namespace {
+
+using testing::TestSession;
+
+std::string bytes(std::initializer_list<int> values) {
+    std::string out;
+    for (int v : values) out += static_cast<char>(v);
+    return out;
+}
+
+TEST(StringLearn, KeepsWhatFitsAndSkipsTheRest) {
+    TestSession t;
+    StringEditState state;
+    OpenStringEditor(state, *t, StringDoor::Button1, 0);
+    LearnPass pass = BeginLearnPass(*t);
+    EXPECT_EQ(pass.available, 80);
+    EXPECT_EQ(pass.DoneLearningButton, "CLICK WHEN FINISHED LEARNING (total bytes available: 80)");
+
+    struct Case {
+        std::string message;
+        bool kept;
+    };
+    const Case cases[] = {
+        {bytes({0xF8}), false},                          // realtime clock
+        {bytes({0xF0, 0x41, 0x10, 0xF7}), true},         // sysex, 4 bytes
+        {bytes({0x93, 0x3C, 0x64}), true},               // note on, channel 4
+        {bytes({0xC2, 0x05}), true},                     // program change, 2 bytes
+        {bytes({0xB0, 0x07}), false},                    // a controller cut short
+        {bytes({0xF3, 0x01}), false},                    // song select: passed over
+        {std::string(75, '\x01').insert(0, 1, '\xF0'), false},  // sysex beyond what is left
+    };
+    for (const auto& c : cases) EXPECT_EQ(LearnMessage(pass, c.message), c.kept) << int(c.message.size());
+    EXPECT_EQ(pass.total, 9);
+    EXPECT_EQ(pass.DoneLearningButton, "CLICK WHEN FINISHED LEARNING (total bytes: 9 of 80)");
+
+    FinishLearnPass(state, *t, pass);
+    const MessageStringSet& set = t->stringWork.Strings;
+    ASSERT_EQ(set.Count, 3);
+    EXPECT_EQ(set.Slots[0].ListItem, "F0 41 10 F7  (sysex)");
+    EXPECT_EQ(set.Slots[1].ListItem, "93 3C 64  (noteon)");
+    EXPECT_EQ(set.Slots[1].CommandChannel, 3);
+    EXPECT_EQ(set.Slots[2].ListItem, "C2 05  (progch)");
+}
+
+TEST(StringLearn, StopsAtFiftyOneMessages) {
+    TestSession t;
+    LearnPass pass = BeginLearnPass(*t);
+    pass.available = 200;
+    int kept = 0;
+    for (int i = 0; i < 60; ++i) kept += LearnMessage(pass, bytes({0xF0, 0xF7})) ? 1 : 0;
+    EXPECT_EQ(kept, 51);
+}
+
+TEST(StringLearn, AvailableBytesCountWhatTheStringHolds) {
+    TestSession t;
+    StringEditState state;
+    OpenStringEditor(state, *t, StringDoor::Setup, 0);
+    MessageComboClick(state, *t, 0);
+    ASSERT_TRUE(AppendString(state, *t));  // "90-gc 00 00": four bytes on the global channel
+    EXPECT_EQ(BeginLearnPass(*t).available, 76);
+}
+
+}  // namespace
+}  // namespace tavlo
