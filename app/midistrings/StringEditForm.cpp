@@ -10,6 +10,7 @@
 #include "editor/EditorDefaults.h"
 #include "midistrings/MSBModule.h"
 #include "midistrings/StringEditor.h"
+#include "midistrings/StringLearn.h"
 #include "midistrings/StringNotation.h"
 #include "pool/Database.h"
 #include "shell/Session.h"
@@ -104,6 +105,20 @@ void StringEditForm::connectControls() {
     connect(ui_->StringList, &QListWidget::currentRowChanged, this, [this](int row) {
         if (!refreshing_ && row >= 0) StringListClick(state_, session_, row);
     });
+    connect(ui_->LearnSysexButton, &QPushButton::clicked, this, [this] {
+        if (!learnPort_) return;
+        // While the pass runs only the button that ends it answers.
+        const auto commands = findChildren<QPushButton*>();
+        for (QPushButton* b : commands)
+            if (b != ui_->DoneLearningButton) b->setEnabled(false);
+        RunLearnPass(state_, session_, *learnPort_);
+        for (QPushButton* b : commands) b->setEnabled(true);
+        refresh();
+    });
+    connect(ui_->DoneLearningButton, &QPushButton::clicked, this, [this] {
+        state_.Learning = false;
+        state_.notifyChanged();
+    });
     connect(ui_->CancelButton, &QPushButton::clicked, this, [this] {
         CancelStringEdit(state_);
         reject();
@@ -121,6 +136,11 @@ void StringEditForm::connectControls() {
     });
     labelDefaults_->add(ui_->Label2, [this, &db] { WriteDefault(db, "StringChannel", state_.ChannelCombo); });
     labelDefaults_->add(ui_->CCLabel, [this, &db] { WriteDefault(db, "CCNum", ui_->CCNameListCombo->currentIndex()); });
+}
+
+void StringEditForm::setLearnSource(LearnMessages* port) {
+    learnPort_ = port;
+    ui_->LearnSysexButton->setEnabled(port != nullptr);
 }
 
 bool StringEditForm::edit(StringDoor door, int index) {
@@ -167,7 +187,6 @@ void StringEditForm::refresh() {
     fillCombo(ui_->ModelCombo, state_.ModelCombo);
     ui_->ShowOwnOnlyCheck->setChecked(state_.ShowOwnOnlyCheck);
     ui_->SysexPrefixButton->setText(toQt(state_.SysexPrefixButton));
-    ui_->SysexPrefixButton->setEnabled(!state_.SysexPrefixText.empty());
     ui_->StringLabel->setVisible(show.StringText);
     ui_->StringLabel->setText(toQt(StringLabelFor(kind)));
     ui_->StringText->setReadOnly(!show.StringText);
@@ -184,6 +203,10 @@ void StringEditForm::refresh() {
     for (const auto& line : state_.StringList.lines()) ui_->StringList->addItem(toQt(line.text));
     ui_->StringList->setCurrentRow(state_.StringList.listIndex());
     ui_->PRNumberNotificationLabel->setText(toQt(state_.PRNumberNotificationLabel));
+    ui_->DoneLearningButton->setVisible(state_.Learning);
+    ui_->DoneLearningButton->setText(toQt(state_.DoneLearningButton));
+    ui_->SysexPrefixButton->setEnabled(!state_.Learning && !state_.SysexPrefixText.empty());
+    ui_->LearnSysexButton->setEnabled(!state_.Learning && learnPort_ != nullptr);
     refreshing_ = false;
 }
 

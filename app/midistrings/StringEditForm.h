@@ -11,6 +11,7 @@ class StringEditForm;
 namespace tavlo {
 
 class LabelDefaults;
+class LearnMessages;
 class Session;
 
 // The modal string editor: composes one string of a fader, a button or the
@@ -25,6 +26,8 @@ public:
     // with Update, false after Cancel.
     bool edit(StringDoor door, int index);
     StringEditState& state() { return state_; }
+    // The learn port's messages; Record Sysex is off until there is one.
+    void setLearnSource(LearnMessages* port);
     void refresh();
 
 public slots:
@@ -42,6 +45,7 @@ private:
     StringEditState state_;
     std::unique_ptr<Ui::StringEditForm> ui_;
     LabelDefaults* labelDefaults_ = nullptr;
+    LearnMessages* learnPort_ = nullptr;
     bool refreshing_ = false;
     Observable::Token token_ = 0;
 };

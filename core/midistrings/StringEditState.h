@@ -38,6 +38,7 @@ struct StringEditState : Observable {
     int LastMessageIndex = -1;
     bool StringChanged = false;
     bool Learning = false;
+    std::string DoneLearningButton = "C&LICK HERE WHEN FINISHED LEARNING";
     bool Visible = false;
 };
 

@@ -4,6 +4,7 @@
 #include "midistrings/StringEditor.h"
 #include "midistrings/StringNotation.h"
 #include "shell/Session.h"
+#include "ui/Pump.h"
 
 namespace tavlo {
 
@@ -76,6 +77,28 @@ void FinishLearnPass(StringEditState& state, Session& session, const LearnPass& 
         if (!AppendString(state, session)) break;
     }
     state.notifyChanged();
+}
+
+void RunLearnPass(StringEditState& state, Session& session, LearnMessages& port) {
+    LearnPass pass = BeginLearnPass(session);
+    state.DoneLearningButton = pass.DoneLearningButton;
+    state.notifyChanged();
+    session.prompter.message(kRecordSysexTitle, RecordSysexText());
+    state.Learning = true;
+    state.notifyChanged();
+    port.clear();
+    while (!waitUntil(session.pump, session.clock, 60'000, [&] {
+        for (std::string message = port.take(); !message.empty(); message = port.take()) {
+            if (LearnMessage(pass, message)) {
+                state.DoneLearningButton = pass.DoneLearningButton;
+                state.notifyChanged();
+            }
+        }
+        return !state.Learning;
+    })) {
+        // No time-out: the pass runs until the user ends it.
+    }
+    FinishLearnPass(state, session, pass);
 }
 
 }  // namespace tavlo

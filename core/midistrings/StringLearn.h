@@ -31,4 +31,19 @@ bool LearnMessage(LearnPass& pass, std::string_view message);
 // Appends what was kept, in order, as the Append button would.
 void FinishLearnPass(StringEditState& state, Session& session, const LearnPass& pass);
 
+// Where a pass takes its messages from: the learn port's queue of whole
+// messages.
+class LearnMessages {
+public:
+    virtual ~LearnMessages() = default;
+    virtual void clear() = 0;
+    // The next whole message, or empty when none is waiting.
+    virtual std::string take() = 0;
+};
+
+// The whole pass: tells the user, empties the queue and keeps what arrives
+// until state.Learning is cleared (the button that ends the pass), yielding
+// to the window all the while; then appends what was kept.
+void RunLearnPass(StringEditState& state, Session& session, LearnMessages& port);
+
 }  // namespace tavlo

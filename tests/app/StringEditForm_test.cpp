@@ -13,6 +13,7 @@
 #include "TestSession.h"
 #include "editor/PC1600XForm.h"
 #include "midistrings/StringEditForm.h"
+#include "midistrings/StringLearn.h"
 #include "midistrings/StringNotation.h"
 #include "shell/Session.h"
 
@@ -28,6 +29,7 @@ private slots:
     void cancelLeavesTheControlUntouched();
     void pasteIsRefusedInTypedBytes();
     void theEditorsDoorsOpenIt();
+    void recordSysexFromTheLearnPort();
     void grabForReview();
 
 private:
@@ -183,6 +185,54 @@ void StringEditFormTest::theEditorsDoorsOpenIt() {
     QTest::mouseClick(editor.findChild<QPushButton*>("EditStringButton"), Qt::LeftButton);
     QCOMPARE((*t)->editor.preset.Faders[5].MIDIString, std::string("F0 00 pr pr F7"));
     QCOMPARE(editor.findChild<QLineEdit*>("EditStringText")->text(), QString("F0 00 pr pr F7"));
+}
+
+void StringEditFormTest::recordSysexFromTheLearnPort() {
+    struct Port : LearnMessages {
+        std::vector<std::string> queue;
+        void clear() override { queue.clear(); }
+        std::string take() override {
+            if (queue.empty()) return {};
+            std::string m = queue.front();
+            queue.erase(queue.begin());
+            return m;
+        }
+    } port;
+    QVERIFY(!form->findChild<QPushButton*>("LearnSysexButton")->isEnabled());
+    form->setLearnSource(&port);
+    t->prompter.expectMessage("About to Record Sysex", MessageAnswer::OK);
+    whenOpen([&](QDialog* d) {
+        QTimer::singleShot(0, d, [&port, d] {
+            auto* done = w<QPushButton>(d, "DoneLearningButton");
+            QVERIFY(done->isVisible());
+            QCOMPARE(done->text(), QString("CLICK WHEN FINISHED LEARNING (total bytes available: 80)"));
+            QVERIFY(!w<QPushButton>(d, "AppendButton")->isEnabled());
+            port.queue.push_back(std::string("\xF0\x41\x10\xF7", 4));
+        });
+        click(d, "LearnSysexButton");
+        QCOMPARE(w<QListWidget>(d, "StringList")->count(), 1);
+        QCOMPARE(w<QListWidget>(d, "StringList")->item(0)->text(), QString("F0 41 10 F7  (sysex)"));
+        QVERIFY(!w<QPushButton>(d, "DoneLearningButton")->isVisible());
+        click(d, "UpdateStringButton");
+    });
+    // The session's pump is the test's fake one: the window's clicks come
+    // through Qt's own event loop in between.
+    t->pump.onYield = [] { QCoreApplication::processEvents(); };
+    QTimer::singleShot(50, this, [this] {
+        // End the pass once the message is in.
+        QTimer* ender = new QTimer(this);
+        connect(ender, &QTimer::timeout, this, [this, ender] {
+            if (form->state().DoneLearningButton.find("total bytes: 4") != std::string::npos) {
+                QTest::mouseClick(form->findChild<QPushButton*>("DoneLearningButton"), Qt::LeftButton);
+                ender->stop();
+                ender->deleteLater();
+            }
+        });
+        ender->start(5);
+    });
+    QVERIFY(form->edit(StringDoor::Button1, 0));
+    QCOMPARE((*t)->editor.preset.Buttons[0].String1, std::string("F0 41 10 F7"));
+    QVERIFY(t->prompter.done());
 }
 
 void StringEditFormTest::grabForReview() {

@@ -68,5 +68,43 @@ TEST(StringLearn, AvailableBytesCountWhatTheStringHolds) {
     EXPECT_EQ(BeginLearnPass(*t).available, 76);
 }
 
+struct QueuedMessages : LearnMessages {
+    std::vector<std::string> queue;
+    int clears = 0;
+    void clear() override {
+        ++clears;
+        queue.clear();
+    }
+    std::string take() override {
+        if (queue.empty()) return {};
+        std::string front = queue.front();
+        queue.erase(queue.begin());
+        return front;
+    }
+};
+
+TEST(StringLearn, APassRunsUntilTheUserEndsIt) {
+    TestSession t;
+    StringEditState state;
+    OpenStringEditor(state, *t, StringDoor::Button2, 1);
+    QueuedMessages port;
+    port.queue.push_back(bytes({0x90, 0x01, 0x02}));  // before the pass: flushed
+    t.prompter.expectMessage(kRecordSysexTitle, RecordSysexText(), MessageAnswer::OK);
+    int yields = 0;
+    t.pump.onYield = [&] {
+        ++yields;
+        if (yields == 3) port.queue.push_back(bytes({0xE1, 0x00, 0x40}));
+        if (yields == 5) port.queue.push_back(bytes({0xFE}));
+        if (yields == 4000) state.Learning = false;  // past the minute of a single wait
+    };
+    RunLearnPass(state, *t, port);
+    EXPECT_EQ(port.clears, 1);
+    EXPECT_FALSE(state.Learning);
+    EXPECT_EQ(state.DoneLearningButton, "CLICK WHEN FINISHED LEARNING (total bytes: 3 of 80)");
+    ASSERT_EQ(t->stringWork.Strings.Count, 1);
+    EXPECT_EQ(t->stringWork.Strings.Slots[0].ListItem, "E1 00 40  (pitchb)");
+    EXPECT_TRUE(t.prompter.done());
+}
+
 }  // namespace
 }  // namespace tavlo
