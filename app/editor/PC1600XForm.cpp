@@ -23,6 +23,7 @@
 #include "editor/SpreadForm.h"
 #include "midistrings/MSBModule.h"
 #include "midistrings/StringEditForm.h"
+#include "midistrings/StringLearn.h"
 #include "pool/Database.h"
 #include "preset/PresetCodes.h"
 #include "shell/Session.h"
@@ -67,7 +68,7 @@ PC1600XForm::PC1600XForm(Session& session, QWidget* parent)
     : QWidget(parent), session_(session), editor_(session.editor), ui_(std::make_unique<Ui::PC1600XForm>()) {
     ui_->setupUi(this);
     // Laid out by hand as a picture of the panel: the size is the design's.
-    setFixedSize(size());
+    designSize_ = size();
     setWindowTitle("PC1600x Preset Editor");
     for (int i = 0; i < 18; ++i) {
         sliders_[i] = child<QSlider>(this, QString("PCSlider_%1").arg(i));
@@ -98,6 +99,8 @@ PC1600XForm::PC1600XForm(Session& session, QWidget* parent)
     ui_->StoreInPoolButton->setEnabled(false);
     ui_->InitPresetButton->setEnabled(false);
     stringEditForm_ = new StringEditForm(session_, this);
+    learnPort_ = std::make_unique<LearnPortMessages>(session_.midiLink.MIDILearnIn);
+    stringEditForm_->setLearnSource(learnPort_.get());
     setStringEditor([this](StringDoor door) {
         const int index = door == StringDoor::Fader ? editor_.CurrentFader : editor_.CurrentButton;
         stringEditForm_->edit(door, index);
@@ -106,6 +109,8 @@ PC1600XForm::PC1600XForm(Session& session, QWidget* parent)
     token_ = editor_.subscribe([this] { refresh(); });
     refresh();
 }
+
+QSize PC1600XForm::sizeHint() const { return designSize_; }
 
 PC1600XForm::~PC1600XForm() {
     editor_.unsubscribe(token_);

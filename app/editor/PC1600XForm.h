@@ -26,6 +26,7 @@ class LabelDefaults;
 class Session;
 class SliderTextPair;
 class StringEditForm;
+class LearnMessages;
 struct EditorState;
 class ListState;
 
@@ -47,6 +48,7 @@ public:
     void setInitAction(std::function<void()> init);
     void setStringEditor(std::function<void(StringDoor)> edit);
     StringEditForm* stringEditForm() const { return stringEditForm_; }
+    QSize sizeHint() const override;
     // Redraws everything from the editor state.
     void refresh();
     // What a drop on a button or on a fader (or its label) does.
@@ -83,7 +85,9 @@ private:
     std::map<std::string, SliderTextPair*> pairs_;
     LabelDefaults* labelDefaults_ = nullptr;
     StringEditForm* stringEditForm_ = nullptr;
+    std::unique_ptr<LearnMessages> learnPort_;
     QTimer* DragTimer = nullptr;
+    QSize designSize_;
     bool refreshing_ = false;
     bool sliderMovedSincePress_ = false;
     std::function<void()> store_;

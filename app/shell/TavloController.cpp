@@ -3,14 +3,21 @@
 #include <QCloseEvent>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QPrinterInfo>
 
 #include "editor/NewPreset.h"
 #include "editor/PC1600XForm.h"
 
+#include "midilink/ExchangeDump.h"
+#include "midilink/MIDIForm.h"
+#include "midilink/MIDIFormOperations.h"
+#include "midilink/PeekForm.h"
+#include "midilink/RtMidiBackend.h"
 #include "pool/Database.h"
 #include "shell/QuitMenu.h"
 #include "shell/Session.h"
 #include "shell/WindowStates.h"
+#include "ui/QtText.h"
 #include "ui_TavloController.h"
 
 namespace tavlo {
@@ -26,16 +33,20 @@ TavloController::TavloController(Session& session, QWidget* parent)
     connect(ui_->ClearDefaultsMenu, &QAction::triggered, this, &TavloController::clearDefaults);
 
     // Entries whose windows are not part of this build yet stay disabled.
-    for (QAction* action : {ui_->MIDIMenu, ui_->MidiDevManageMenu, ui_->SysexFileMenu, ui_->CleanMenu,
+    for (QAction* action : {ui_->MidiDevManageMenu, ui_->SysexFileMenu, ui_->CleanMenu,
                             ui_->GlobalMenu, ui_->NewGlobalMenu, ui_->ViewGlobalMenu, ui_->NewMemImageMenu,
-                            ui_->EditPresetMenu, ui_->PeekMenu, ui_->HelpHelpMenu})
+                            ui_->EditPresetMenu, ui_->HelpHelpMenu})
         action->setEnabled(false);
+
+    startMidi();
+    connect(ui_->MIDIMenu, &QAction::triggered, midiForm_, &MIDIForm::showConfiguration);
+    connect(ui_->PeekMenu, &QAction::triggered, peekForm_, &PeekForm::peek);
 
     // The preset editor lives for the whole run; closing it only hides it.
     editorForm_ = new PC1600XForm(session_);
     QMdiSubWindow* editorFrame = ui_->MDIArea->addSubWindow(editorForm_);
     editorFrame->setAttribute(Qt::WA_DeleteOnClose, false);
-    editorFrame->adjustSize();
+    editorFrame->resize(editorFrame->sizeHint());
     editorFrame->hide();
     connect(ui_->NewPresetMenu, &QAction::triggered, this, &TavloController::newPreset);
 }
@@ -48,6 +59,23 @@ void TavloController::newPreset() {
     frame->show();
     frame->raise();
     editorForm_->setFocus();
+}
+
+void TavloController::startMidi() {
+    // The system's MIDI beside the virtual PC1600; a long dump's pacing
+    // waits through the pump, so the windows stay alive.
+    RtMidiOptions options;
+    options.api = DefaultMidiApi();
+    options.clientName = "Tavlo";
+    options.wait = [this](std::int64_t ms) { Pause(session_, ms); };
+    session_.midiLink.setSystemBackend(std::make_shared<RtMidiBackend>(options));
+    midiForm_ = new MIDIForm(session_, this);
+    peekForm_ = new PeekForm(session_, this);
+    ListState& printers = session_.midiLink.form.PrinterCombo;
+    printers.clear();
+    for (const QString& name : QPrinterInfo::availablePrinterNames()) printers.addItem(fromQt(name));
+    // With no configuration yet this shows MIDIForm, modal, before anything else.
+    LoadMidiConfiguration(session_);
 }
 
 TavloController::~TavloController() = default;

@@ -9,7 +9,9 @@ class QMdiArea;
 
 namespace tavlo {
 
+class MIDIForm;
 class PC1600XForm;
+class PeekForm;
 class Session;
 
 // The main window: an MDI frame with the menu bar in which every other
@@ -32,9 +34,12 @@ protected:
 private:
     void clearDefaults();
     void newPreset();
+    void startMidi();
 
     Session& session_;
     std::unique_ptr<Ui::TavloController> ui_;
+    MIDIForm* midiForm_ = nullptr;  // owned as a child window
+    PeekForm* peekForm_ = nullptr;
     PC1600XForm* editorForm_ = nullptr;
 };
 

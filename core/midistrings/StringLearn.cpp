@@ -1,5 +1,6 @@
 #include "midistrings/StringLearn.h"
 
+#include "midilink/InputPort.h"
 #include "midistrings/MSBModule.h"
 #include "midistrings/StringEditor.h"
 #include "midistrings/StringNotation.h"
@@ -98,7 +99,25 @@ void RunLearnPass(StringEditState& state, Session& session, LearnMessages& port)
     })) {
         // No time-out: the pass runs until the user ends it.
     }
+    port.finish();
     FinishLearnPass(state, session, pass);
+}
+
+void LearnPortMessages::clear() {
+    port_.setBuffering(true);
+    port_.flush();
+}
+
+std::string LearnPortMessages::take() {
+    if (port_.count() == 0) return {};
+    std::string message = port_.current();
+    port_.remove();
+    return message;
+}
+
+void LearnPortMessages::finish() {
+    port_.setBuffering(false);
+    port_.flush();
 }
 
 }  // namespace tavlo

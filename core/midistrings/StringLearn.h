@@ -36,9 +36,25 @@ void FinishLearnPass(StringEditState& state, Session& session, const LearnPass& 
 class LearnMessages {
 public:
     virtual ~LearnMessages() = default;
+    // Empties the queue and starts keeping what arrives.
     virtual void clear() = 0;
     // The next whole message, or empty when none is waiting.
     virtual std::string take() = 0;
+    // The pass is over: nothing more needs keeping.
+    virtual void finish() {}
+};
+
+class InputPort;
+// The learn port (MIDILearnIn) as the source of a pass.
+class LearnPortMessages : public LearnMessages {
+public:
+    explicit LearnPortMessages(InputPort& port) : port_(port) {}
+    void clear() override;
+    std::string take() override;
+    void finish() override;
+
+private:
+    InputPort& port_;
 };
 
 // The whole pass: tells the user, empties the queue and keeps what arrives

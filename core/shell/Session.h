@@ -2,6 +2,7 @@
 #include "editor/EditorState.h"
 #include "memimage/MemImageState.h"
 #include "midilink/MidiConfig.h"
+#include "midilink/MidiLink.h"
 #include "midistrings/StringWorkArea.h"
 #include "pool/PoolDatabase.h"
 #include "shell/SessionFlags.h"
@@ -29,6 +30,8 @@ public:
     MemImageState memImage;
     StringWorkArea stringWork;
     SessionFlags flags;
+    // The four MIDI ports, WaitTimer and the configuration window's lists.
+    MidiLink midiLink{clock};
 };
 
 }  // namespace tavlo

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "TestSession.h"
 #include "midistrings/StringEditor.h"
 
@@ -104,6 +106,43 @@ TEST(StringLearn, APassRunsUntilTheUserEndsIt) {
     ASSERT_EQ(t->stringWork.Strings.Count, 1);
     EXPECT_EQ(t->stringWork.Strings.Slots[0].ListItem, "E1 00 40  (pitchb)");
     EXPECT_TRUE(t.prompter.done());
+}
+
+}  // namespace
+}  // namespace tavlo
+
+#include "midilink/LoopbackBackend.h"
+
+namespace tavlo {
+namespace {
+
+TEST(StringLearn, ThePassListensOnTheLearnPort) {
+    testing::TestSession t;
+    auto loopback = std::make_shared<LoopbackBackend>(std::vector<std::string>{"Keys"});
+    t->midiLink.setSystemBackend(loopback);
+    InputPort& learn = t->midiLink.MIDILearnIn;
+    const auto names = t->midiLink.devices.inputNames();
+    learn.setDeviceNumber(static_cast<int>(std::find(names.begin(), names.end(), "Keys") - names.begin()));
+    std::string error;
+    ASSERT_TRUE(learn.open(error)) << error;
+    loopback->inject("Keys", bytes({0x90, 0x3C, 0x40}));  // before the pass: not recorded
+
+    StringEditState state;
+    OpenStringEditor(state, *t, StringDoor::Button1, 0);
+    LearnPortMessages port(learn);
+    t.prompter.expectMessage(kRecordSysexTitle, MessageAnswer::OK);
+    int yields = 0;
+    t.pump.onYield = [&] {
+        if (++yields == 2) loopback->inject("Keys", bytes({0xF0, 0x43, 0x10, 0x4C, 0xF7}));
+        if (yields == 4) loopback->inject("Keys", bytes({0xB2, 0x07, 0x50}));
+        if (yields == 10) state.Learning = false;
+    };
+    RunLearnPass(state, *t, port);
+    const MessageStringSet& set = t->stringWork.Strings;
+    ASSERT_EQ(set.Count, 2);
+    EXPECT_EQ(set.Slots[0].ListItem, "F0 43 10 4C F7  (sysex)");
+    EXPECT_EQ(set.Slots[1].ListItem, "B2 07 50  (ctrlch)");
+    EXPECT_FALSE(learn.buffering()) << "the port stops keeping messages after the pass";
 }
 
 }  // namespace

@@ -1,0 +1,66 @@
+#pragma once
+#include <cstdint>
+#include <string>
+
+namespace tavlo {
+
+class Session;
+
+// The rows of the interval table: which flow waits.
+enum class IntervalRow { GlobalsWindow, SinglePreset, MemoryImage, ScenesSend };
+
+// WaitTimer's tick for a flow and a TimeoutCombo index (0 "Short", 1
+// "Medium", 2 "Long"); a wait lasts two ticks. An index out of range counts
+// as "Medium".
+std::int64_t WaitInterval(IntervalRow row, int timeoutIndex);
+
+// Whose time-out message a wait gives.
+enum class TimeoutFlow { SinglePreset, GlobalSettings, AllPresets, AllScenes, AllGlobals };
+struct FlowMessage {
+    std::string title;
+    std::string text;
+};
+FlowMessage TimeoutMessage(TimeoutFlow flow);
+
+// The prompts of manual mode.
+extern const char* const kManualPresetPrompt;
+extern const char* const kManualAllPresetsPrompt;
+extern const char* const kManualAllGlobalsPrompt;
+
+struct ExchangeRequest {
+    std::string title;            // caption of the status window
+    std::string request;          // the message to send; empty for none
+    int awaitedCommand = 0;       // command byte of the dump wanted
+    std::string manualPrompt;
+    std::string automaticPrompt;
+    IntervalRow row = IntervalRow::SinglePreset;
+    TimeoutFlow flow = TimeoutFlow::SinglePreset;
+    // A tick of its own instead of the table's (scripts that set their own
+    // time-out); 0 takes the table.
+    std::int64_t interval = 0;
+};
+
+struct ExchangeResult {
+    enum class Outcome { Received, TimedOut, Cancelled };
+    Outcome outcome = Outcome::TimedOut;
+    std::string dump;  // the whole message when received
+    bool received() const { return outcome == Outcome::Received; }
+};
+
+// The one pattern of every transfer: status window, flush the input, send
+// the request (not in manual mode), poll until the awaited dump, the
+// time-out (not in manual mode) or Cancel. A time-out shows the flow's
+// message; a cancel shows nothing. The dump is taken whatever its device
+// identifier and its last byte.
+ExchangeResult ExchangeDump(Session& session, const ExchangeRequest& request);
+
+// One yield to the toolkit, with WaitTimer's ticks run after it.
+void YieldWithTimers(Session& session);
+
+// PauseTimer (5000 ms) and SendWaitTimer (60000 ms) of the memory image
+// window: a one-shot pause that yields until its tick.
+inline constexpr std::int64_t kPauseTimerMs = 5000;
+inline constexpr std::int64_t kSendWaitTimerMs = 60000;
+void Pause(Session& session, std::int64_t ms = kPauseTimerMs);
+
+}  // namespace tavlo

@@ -1,0 +1,39 @@
+#include "midilink/PeekList.h"
+
+#include "memimage/AllPresetsDump.h"
+#include "memimage/MemImageState.h"
+#include "midilink/DeviceMessages.h"
+#include "midilink/ExchangeDump.h"
+#include "midistrings/MSBModule.h"
+#include "shell/Session.h"
+
+namespace tavlo {
+
+std::vector<std::string> PeekLines(std::string_view allPresets) {
+    std::vector<std::string> lines;
+    int index = 0;
+    for (std::size_t at = kAllPresetsNamesOffset; at + kPresetNameNibbles <= allPresets.size() && index <= 50;
+         at += kPresetNameNibbles, ++index) {
+        const std::string name = MSBModule::TildeToGreater(NameFromNibbles(allPresets.substr(at, kPresetNameNibbles)));
+        lines.push_back((index == 0 ? std::string("EditBuffer:  ") : TwoDigits(index) + ":  ") + name);
+    }
+    return lines;
+}
+
+void LoadPeekList(Session& session, ListState& peekList) {
+    peekList.clear();
+    ExchangeRequest request;
+    request.title = "Peeking at PC1600(x) Presets";
+    request.request = DeviceRequest(session.midi.DeviceId, DeviceCommand::RequestAllPresets);
+    request.awaitedCommand = DeviceCommand::AllPresets;
+    request.manualPrompt = kManualAllPresetsPrompt;
+    request.automaticPrompt = "Waiting for ALL PRESETS data from PC1600(x).....";
+    request.row = IntervalRow::MemoryImage;
+    request.flow = TimeoutFlow::AllPresets;
+    const ExchangeResult result = ExchangeDump(session, request);
+    session.status.hide();
+    if (!result.received()) return;
+    for (auto& line : PeekLines(result.dump)) peekList.addItem(std::move(line));
+}
+
+}  // namespace tavlo

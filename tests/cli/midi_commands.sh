@@ -1,0 +1,59 @@
+#!/usr/bin/env bash
+# tavlo-cli midi commands against the virtual PC1600 inside tavlo-cli itself:
+# no MIDI server needed. Dumps come whole, a silent identifier times out with
+# the flow's message and status 3, bad arguments and files are refused.
+set -u
+cli="$TAVLO_BUILD_DIR/tools/tavlo-cli"
+dir=$(mktemp -d)
+trap 'rm -rf "$dir"' EXIT
+fail() { echo "FAIL: $*"; exit 1; }
+v="Tavlo Virtual PC1600"
+
+ports=$("$cli" midi ports 2>/dev/null) || fail "midi ports"
+grep -qx "in:  $v" <<<"$ports" || fail "no virtual input: $ports"
+grep -qx "out: $v" <<<"$ports" || fail "no virtual output: $ports"
+
+# A cleared device: 51 "--Initialized--" entries of 72 raw bytes.
+"$cli" midi get all-presets --in "$v" --out "$v" -o "$dir/p.syx" >/dev/null 2>&1 || fail "get all-presets"
+[[ $(stat -c %s "$dir/p.syx") == $((1849 + 51 * 144 + 1)) ]] || fail "ALL PRESETS has $(stat -c %s "$dir/p.syx") bytes"
+"$cli" midi get all-scenes --in "$v" --out "$v" -o "$dir/s.syx" >/dev/null 2>&1 || fail "get all-scenes"
+[[ $(stat -c %s "$dir/s.syx") == 4409 ]] || fail "ALL SCENES size"
+"$cli" midi get all-globals --in "$v" --out "$v" -o "$dir/g.syx" >/dev/null 2>&1 || fail "get all-globals"
+[[ $(stat -c %s "$dir/g.syx") == 420 ]] || fail "ALL GLOBALS size"
+"$cli" midi get edit-buffer --in "$v" --out "$v" -o "$dir/e.syx" >/dev/null 2>&1 || fail "get edit-buffer"
+[[ $(stat -c %s "$dir/e.syx") == 188 ]] || fail "edit buffer size"
+[[ $(head -c 7 "$dir/e.syx" | od -An -tx1 | tr -d ' \n') == "f000001b0b0004" ]] || fail "edit buffer header"
+
+# The device answers on identifier 0 only.
+msg=$("$cli" midi get edit-buffer --in "$v" --out "$v" --device-id 4 --timeout 0.2 -o "$dir/none.syx" 2>&1)
+status=$?
+[[ $status == 3 ]] || fail "silent device: status $status ($msg)"
+grep -q "Cannot Get Preset Edit Buffer: There is no response from the PC1600(x) when asking for Preset.  Please check your MIDI Setup." \
+    <<<"$msg" || fail "time-out message: $msg"
+[[ ! -e "$dir/none.syx" ]] || fail "a file was written without a dump"
+
+found=$("$cli" midi search --in "$v" --out "$v" 2>/dev/null) || fail "search"
+grep -q "Your PC1600(x) was found on MIDI In Channel 01!" <<<"$found" || fail "search said: $found"
+
+# Sending a file of dumps to the device (it is gone when tavlo-cli ends).
+"$cli" midi send "$dir/p.syx" --out "$v" --pause 0 >/dev/null 2>&1 || fail "send"
+
+# Refusals.
+expect_status() {
+    local want=$1
+    shift
+    "$@" >/dev/null 2>&1
+    local got=$?
+    [[ $got == "$want" ]] || fail "status $got, not $want: $*"
+}
+echo "no sysex here" >"$dir/text.syx"
+expect_status 2 "$cli" midi send "$dir/text.syx" --out "$v"
+expect_status 2 "$cli" midi send "$dir/missing.syx" --out "$v"
+expect_status 1 "$cli" midi send "$dir/p.syx" --out "No Such Device"
+expect_status 1 "$cli" midi get all-presets --in "No Such Device" --out "$v" -o "$dir/x.syx"
+expect_status 64 "$cli" midi get everything --in "$v" --out "$v" -o "$dir/x.syx"
+expect_status 64 "$cli" midi get all-presets --in "$v" --out "$v"
+expect_status 64 "$cli" midi get all-presets --in "$v" --out "$v" --device-id 16 -o "$dir/x.syx"
+expect_status 64 "$cli" midi get all-presets --in "$v" --out "$v" --timeout soon -o "$dir/x.syx"
+expect_status 64 "$cli" midi ports --api coremidi
+echo "midi commands: all passed"

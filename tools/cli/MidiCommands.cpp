@@ -1,0 +1,253 @@
+// tavlo-cli midi ports / midi get / midi send: dumps to and from a device
+// from scripts, through the same ports and exchange as the program.
+#include <cmath>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+
+#include "CliCommand.h"
+#include "midilink/DeviceMessages.h"
+#include "midilink/ExchangeDump.h"
+#include "midilink/MIDIFormOperations.h"
+#include "midilink/RtMidiBackend.h"
+#include "pool/PoolDatabase.h"
+#include "shell/Session.h"
+#include "ui/SteadyClock.h"
+
+namespace tavlo::cli {
+namespace {
+
+// Messages go to the error stream; nothing is ever asked.
+class StreamPrompter : public Prompter {
+public:
+    explicit StreamPrompter(std::ostream& err) : err_(err) {}
+    MessageAnswer message(const std::string& title, const std::string& text, MessageButtons) override {
+        err_ << title << ": " << text << "\n";
+        return MessageAnswer::OK;
+    }
+    std::optional<std::string> input(const std::string&, const std::string&, const std::string&) override {
+        return std::nullopt;
+    }
+    std::optional<std::string> openFile(const FileRequest&) override { return std::nullopt; }
+    std::optional<std::string> saveFile(const FileRequest&) override { return std::nullopt; }
+    ChoiceAnswer choose(const ChoiceRequest&) override { return {}; }
+
+private:
+    std::ostream& err_;
+};
+
+class QuietStatus : public StatusView {
+public:
+    void show(const std::string&, const std::string&, bool) override {}
+    void setLine(const std::string&) override {}
+    void hide() override {}
+    bool cancelled() const override { return false; }
+    void resetCancelled() override {}
+};
+
+// A session with no pool: the MIDI link is all these commands need.
+struct MidiSession {
+    MidiSession(const CliArgs& args, std::ostream& err) : prompter(err) {
+        session = std::make_unique<Session>(pool, prompter, status, pump, clock);
+        RtMidiOptions options;
+        if (const auto api = args.option("--api"); !api || !ParseMidiApi(*api, options.api))
+            options.api = DefaultMidiApi();
+        options.clientName = "tavlo-cli";
+        options.wirePacing = !args.flag("--no-pacing");
+        options.wait = [this](std::int64_t ms) { Pause(*session, ms); };
+        session->midiLink.setSystemBackend(std::make_shared<RtMidiBackend>(options));
+    }
+
+    template <typename Port>
+    bool open(Port& port, const std::vector<std::string>& names, const std::string& name, std::ostream& err) {
+        const auto it = std::find(names.begin(), names.end(), name);
+        if (it == names.end()) {
+            err << "tavlo-cli: no MIDI device named \"" << name << "\" (see: tavlo-cli midi ports)\n";
+            return false;
+        }
+        port.setDeviceNumber(static_cast<int>(it - names.begin()));
+        std::string error;
+        if (!port.open(error)) {
+            err << "tavlo-cli: " << error << "\n";
+            return false;
+        }
+        return true;
+    }
+
+    PoolDatabase pool;
+    StreamPrompter prompter;
+    QuietStatus status;
+    SleepingPump pump;
+    SteadyClock clock;
+    std::unique_ptr<Session> session;
+};
+
+bool BadApi(const CliArgs& args, std::ostream& err) {
+    MidiApi api;
+    if (const auto text = args.option("--api"); text && !ParseMidiApi(*text, api)) {
+        err << "tavlo-cli: --api takes jack or alsa\n";
+        return true;
+    }
+    return false;
+}
+
+int midiPorts(const CliArgs& args, std::ostream& out, std::ostream& err) {
+    if (BadApi(args, err)) return kExitUsage;
+    MidiSession midi(args, err);
+    const DeviceDirectory& devices = midi.session->midiLink.devices;
+    for (const auto& name : devices.inputNames()) out << "in:  " << name << "\n";
+    for (const auto& name : devices.outputNames()) out << "out: " << name << "\n";
+    return kExitOk;
+}
+
+struct DumpKind {
+    const char* word;
+    unsigned char request;
+    unsigned char answer;
+    IntervalRow row;
+    TimeoutFlow flow;
+};
+constexpr DumpKind kDumpKinds[] = {
+    {"all-presets", DeviceCommand::RequestAllPresets, DeviceCommand::AllPresets, IntervalRow::MemoryImage,
+     TimeoutFlow::AllPresets},
+    {"all-scenes", DeviceCommand::RequestAllScenes, DeviceCommand::AllScenes, IntervalRow::MemoryImage,
+     TimeoutFlow::AllScenes},
+    {"all-globals", DeviceCommand::RequestAllGlobals, DeviceCommand::AllGlobals, IntervalRow::MemoryImage,
+     TimeoutFlow::AllGlobals},
+    {"edit-buffer", DeviceCommand::RequestEditBuffer, DeviceCommand::PresetDump, IntervalRow::SinglePreset,
+     TimeoutFlow::SinglePreset},
+};
+
+int midiGet(const CliArgs& args, std::ostream& out, std::ostream& err) {
+    if (BadApi(args, err)) return kExitUsage;
+    const DumpKind* kind = nullptr;
+    if (args.positional().size() == 1)
+        for (const auto& k : kDumpKinds)
+            if (args.positional()[0] == k.word) kind = &k;
+    const auto in = args.option("--in"), outName = args.option("--out"), file = args.option("-o");
+    if (!kind || !in || !outName || !file) {
+        err << "usage: tavlo-cli " << Commands().at("midi get").usage << "\n";
+        return kExitUsage;
+    }
+    int deviceId = 0;
+    double timeout = 0;
+    try {
+        if (const auto id = args.option("--device-id")) deviceId = std::stoi(*id);
+        if (const auto t = args.option("--timeout")) timeout = std::stod(*t);
+    } catch (const std::exception&) {
+        deviceId = -1;
+    }
+    if (deviceId < 0 || deviceId > 15 || timeout < 0 || !std::isfinite(timeout)) {
+        err << "tavlo-cli: --device-id takes 0 to 15, --timeout a number of seconds\n";
+        return kExitUsage;
+    }
+
+    MidiSession midi(args, err);
+    MidiLink& link = midi.session->midiLink;
+    if (!midi.open(link.MIDIIn, link.devices.inputNames(), *in, err) ||
+        !midi.open(link.MIDIOut, link.devices.outputNames(), *outName, err))
+        return kExitFailed;
+
+    ExchangeRequest request;
+    request.title = "Getting data from PC1600(x)";
+    request.request = DeviceRequest(deviceId, kind->request);
+    request.awaitedCommand = kind->answer;
+    request.row = kind->row;
+    request.flow = kind->flow;
+    // The whole wait is two ticks.
+    if (timeout > 0) request.interval = std::max<std::int64_t>(1, static_cast<std::int64_t>(timeout * 500));
+    midi.session->midi.DeviceId = deviceId;
+    const ExchangeResult result = ExchangeDump(*midi.session, request);
+    if (!result.received()) return kExitTimedOut;
+
+    std::ofstream file_(*file, std::ios::binary | std::ios::trunc);
+    file_.write(result.dump.data(), static_cast<std::streamsize>(result.dump.size()));
+    if (!file_) {
+        err << "tavlo-cli: can't write " << *file << "\n";
+        return kExitFailed;
+    }
+    out << kind->word << ": " << result.dump.size() << " bytes written to " << *file << "\n";
+    return kExitOk;
+}
+
+int midiSend(const CliArgs& args, std::ostream& out, std::ostream& err) {
+    if (BadApi(args, err)) return kExitUsage;
+    const auto outName = args.option("--out");
+    if (args.positional().size() != 1 || !outName) {
+        err << "usage: tavlo-cli " << Commands().at("midi send").usage << "\n";
+        return kExitUsage;
+    }
+    int pauseMs = static_cast<int>(kPauseTimerMs);
+    try {
+        if (const auto p = args.option("--pause")) pauseMs = std::stoi(*p);
+    } catch (const std::exception&) {
+        pauseMs = -1;
+    }
+    if (pauseMs < 0) {
+        err << "tavlo-cli: --pause takes milliseconds\n";
+        return kExitUsage;
+    }
+    const std::string& path = args.positional()[0];
+    std::ifstream in(path, std::ios::binary);
+    if (!in) {
+        err << "tavlo-cli: can't read " << path << "\n";
+        return kExitBadInput;
+    }
+    const std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    const auto messages = SplitSysex(bytes);
+    if (messages.empty()) {
+        err << "tavlo-cli: " << path << " holds no system exclusive message\n";
+        return kExitBadInput;
+    }
+
+    MidiSession midi(args, err);
+    MidiLink& link = midi.session->midiLink;
+    if (!midi.open(link.MIDIOut, link.devices.outputNames(), *outName, err)) return kExitFailed;
+    for (std::size_t i = 0; i < messages.size(); ++i) {
+        // The device needs a pause between dumps.
+        if (i > 0) Pause(*midi.session, pauseMs);
+        if (!link.MIDIOut.sendSysex(messages[i])) {
+            err << "tavlo-cli: sending failed: " << link.MIDIOut.lastError() << "\n";
+            return kExitFailed;
+        }
+    }
+    out << messages.size() << " message(s), " << bytes.size() << " bytes sent to " << *outName << "\n";
+    return kExitOk;
+}
+
+// The channel search of the configuration window: which identifier answers.
+int midiSearch(const CliArgs& args, std::ostream& out, std::ostream& err) {
+    if (BadApi(args, err)) return kExitUsage;
+    const auto in = args.option("--in"), outName = args.option("--out");
+    if (!in || !outName) {
+        err << "usage: tavlo-cli " << Commands().at("midi search").usage << "\n";
+        return kExitUsage;
+    }
+    MidiSession midi(args, out);
+    MidiLink& link = midi.session->midiLink;
+    if (!midi.open(link.MIDIIn, link.devices.inputNames(), *in, err) ||
+        !midi.open(link.MIDIOut, link.devices.outputNames(), *outName, err))
+        return kExitFailed;
+    return TestButton(*midi.session) ? kExitOk : kExitTimedOut;
+}
+
+const CommandRegistrar search{{"midi search",
+                               "midi search --in NAME --out NAME [--api jack|alsa]   find the device's identifier "
+                               "(channel search; exit 3: no answer)",
+                               {"--in", "--out", "--api"},
+                               midiSearch}};
+const CommandRegistrar ports{{"midi ports", "midi ports [--api jack|alsa]   list the MIDI devices", {"--api"}, midiPorts}};
+const CommandRegistrar get{
+    {"midi get",
+     "midi get all-presets|all-scenes|all-globals|edit-buffer --in NAME --out NAME [--device-id N] [--timeout S] "
+     "[--api jack|alsa] [--no-pacing] -o FILE.syx   get a dump from the device (exit 3: no answer)",
+     {"--in", "--out", "--device-id", "--timeout", "--api"},
+     midiGet}};
+const CommandRegistrar send{{"midi send",
+                             "midi send FILE.syx --out NAME [--api jack|alsa] [--no-pacing] [--pause MS]   send the "
+                             "dumps of a file to the device",
+                             {"--out", "--api", "--pause"},
+                             midiSend}};
+
+}  // namespace
+}  // namespace tavlo::cli
