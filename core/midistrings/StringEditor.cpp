@@ -47,6 +47,8 @@ void generate(StringEditState& state) {
     const auto text = GenerateMessageBytes(state.MessageCombo, state.ChannelCombo, state.Value1Slider,
                                            state.Value2Slider, state.Door == StringDoor::Fader);
     if (!text) return;
+    // The text box changing is what marks the shown data as not in the list.
+    if (state.StringText != *text) state.StringChanged = true;
     state.RenderLabel = *text;
     state.StringText = *text;
 }
