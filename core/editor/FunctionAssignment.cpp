@@ -147,8 +147,8 @@ bool ChooseButtonFunction(EditorState& editor, Database& db, Prompter& prompter,
         (function == PresetCodes::kButtonSendFader || function == PresetCodes::kButtonSendScene)) {
         prompter.message("Cannot Set Button",
                          "The PC1600 version (non-X) cannot set buttons to SEND FADER or SEND SCENE");
-        editor.BFunctionComboIndex = 0;
-        editor.notifyChanged();
+        // The list goes back to "Off (Fader ID)", and that choice is made.
+        ChooseButtonFunction(editor, db, prompter, pc1600Model, 0);
         return false;
     }
     ButtonDef& button = currentButton(editor);

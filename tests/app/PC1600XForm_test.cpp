@@ -190,7 +190,7 @@ void PC1600XFormTest::buttonFunctionsAndTheirParameterTexts() {
                               MessageAnswer::OK);
     choose("BFunctionCombo", 8);
     QCOMPARE(w<QComboBox>("BFunctionCombo")->currentIndex(), 0);
-    QCOMPARE(editor().preset.Buttons[6].Function, 4);
+    QCOMPARE(editor().preset.Buttons[6].Function, 0);
     QVERIFY(t->prompter.done());
 }
 

@@ -217,7 +217,7 @@ TEST_F(FunctionAssignmentTest, ButtonDefaultsAndThePC1600Refusal) {
     t.prompter.expectMessage("Cannot Set Button", "The PC1600 version (non-X) cannot set buttons to SEND FADER or SEND SCENE",
                              MessageAnswer::OK);
     EXPECT_FALSE(ChooseButtonFunction(editor(), db(), t.prompter, true, 9));
-    EXPECT_EQ(button(4).Function, 4);
+    EXPECT_EQ(button(4).Function, 0) << "the list returns to Off, and the button with it";
     EXPECT_EQ(editor().BFunctionComboIndex, 0);
     EXPECT_TRUE(t.prompter.done());
     EXPECT_TRUE(ChooseButtonFunction(editor(), db(), t.prompter, false, 9));
