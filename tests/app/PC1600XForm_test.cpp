@@ -37,6 +37,7 @@ private slots:
     void labelClickSetsTheDefaultWithAFlash();
     void makeAndSelectAScene();
     void copyPasteAndSpread();
+    void anotherPresetsSceneFromAllScenesForm();
     void aHeldPressDragsAndAClickDoesNot();
     void setupFrame();
     void closingAsksAndOnlyHides();
@@ -290,6 +291,47 @@ void PC1600XFormTest::copyPasteAndSpread() {
     });
     QTest::mouseClick(w<QPushButton>("SpreadButton"), Qt::LeftButton);
     QCOMPARE(editor().preset.Faders[12].Function, 0);
+}
+
+void PC1600XFormTest::anotherPresetsSceneFromAllScenesForm() {
+    Database& db = t->pool.db();
+    db.exec("INSERT INTO PresetRec (Name, CreatedDate, UpdatedDate, SetupChannelMap) VALUES ('Other', 'x', 'x', X'')");
+    const std::int64_t other = db.lastInsertId();
+    db.prepare("INSERT INTO SceneRec (PresetREF, Name) VALUES (:P, 'Quiet')").bind(":P", other).run();
+    editor().preset.Name = "Mine";
+
+    QTest::mouseClick(w<QPushButton>("PCButton_2"), Qt::LeftButton);
+    choose("BFunctionCombo", 9);
+    // OK without a choice is refused; then the scene is chosen.
+    t->prompter.expectMessage("Cannot Update Preset",
+                              "No Scene has been selected.  Please choose one or click the CANCEL button.",
+                              MessageAnswer::OK);
+    QTimer::singleShot(0, this, [] {
+        QWidget* dialog = QApplication::activeModalWidget();
+        QVERIFY(dialog && dialog->objectName() == "AllScenesForm");
+        auto* list = dialog->findChild<QListWidget*>("SceneList");
+        QCOMPARE(list->count(), 1);
+        QCOMPARE(list->item(0)->text(), QString("'Quiet'  - from Preset 'Other'"));
+        QTest::mouseClick(dialog->findChild<QPushButton*>("OKButton"), Qt::LeftButton);
+        QVERIFY(dialog->isVisible());
+        list->setCurrentRow(0);
+        QTest::mouseClick(dialog->findChild<QPushButton*>("OKButton"), Qt::LeftButton);
+    });
+    QTest::mouseClick(w<QPushButton>("BOtherSceneButton"), Qt::LeftButton);
+    QCOMPARE(editor().preset.Buttons[2].Scene, std::string("Quiet"));
+    QCOMPARE(editor().preset.Buttons[2].ScenePreset, static_cast<std::int32_t>(other));
+    QCOMPARE(w<QComboBox>("BSceneCombo")->currentText(), QString("Quiet  - from Other"));
+
+    // Cancel picks nothing and changes nothing.
+    QTest::mouseClick(w<QPushButton>("SetupStringButton"), Qt::LeftButton);
+    QTimer::singleShot(0, this, [] {
+        QWidget* dialog = QApplication::activeModalWidget();
+        QVERIFY(dialog);
+        QTest::mouseClick(dialog->findChild<QPushButton*>("CancelButton"), Qt::LeftButton);
+    });
+    QTest::mouseClick(w<QPushButton>("SOtherSceneButton"), Qt::LeftButton);
+    QCOMPARE(editor().preset.SetupScene, std::string("<none>"));
+    QVERIFY(t->prompter.done());
 }
 
 void PC1600XFormTest::aHeldPressDragsAndAClickDoesNot() {
