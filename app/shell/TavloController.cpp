@@ -16,6 +16,7 @@
 #include "pool/Database.h"
 #include "shell/QuitMenu.h"
 #include "shell/Session.h"
+#include "shell/SysexFileContents.h"
 #include "shell/WindowStates.h"
 #include "ui/QtText.h"
 #include "ui_TavloController.h"
@@ -31,9 +32,10 @@ TavloController::TavloController(Session& session, QWidget* parent)
     connect(ui_->TileWindowMenu, &QAction::triggered, ui_->MDIArea, &QMdiArea::tileSubWindows);
     connect(ui_->ArrangeIconsMenu, &QAction::triggered, ui_->MDIArea, &QMdiArea::cascadeSubWindows);
     connect(ui_->ClearDefaultsMenu, &QAction::triggered, this, &TavloController::clearDefaults);
+    connect(ui_->SysexFileMenu, &QAction::triggered, this, [this] { SysexFileMenu(session_.prompter); });
 
     // Entries whose windows are not part of this build yet stay disabled.
-    for (QAction* action : {ui_->MidiDevManageMenu, ui_->SysexFileMenu, ui_->CleanMenu,
+    for (QAction* action : {ui_->MidiDevManageMenu, ui_->CleanMenu,
                             ui_->GlobalMenu, ui_->NewGlobalMenu, ui_->ViewGlobalMenu, ui_->NewMemImageMenu,
                             ui_->EditPresetMenu, ui_->HelpHelpMenu})
         action->setEnabled(false);
