@@ -1,6 +1,6 @@
 #include "editor/EditorClose.h"
 
-#include "editor/Scenes.h"
+#include "preset/PristinePreset.h"
 #include "midistrings/MSBModule.h"
 #include "shell/Session.h"
 
@@ -8,7 +8,7 @@ namespace tavlo {
 
 bool EditorQueryClose(Session& session, const std::function<void()>& storeInPool) {
     EditorState& editor = session.editor;
-    if (!session.flags.Quitting && PresetChangedSinceStore(editor) &&
+    if (!session.flags.Quitting && INITDataChanged(editor) &&
         MSBModule::Trim(editor.preset.Name) != kInitializedName) {
         if (session.flags.MemoryImageBound) {
             storeInPool();

@@ -5,6 +5,7 @@
 #include "editor/Scenes.h"
 #include "editor/SetupInfo.h"
 #include "pool/Database.h"
+#include "preset/PristinePreset.h"
 #include "shell/Session.h"
 
 namespace tavlo {
@@ -22,6 +23,7 @@ void StartNewPreset(Session& session) {
         // Defaults that can't be read are simply not applied.
     }
     editor.PristinePreset = editor.preset;
+    UpdateINITData(editor);
     editor.SelectSceneCombo.clear();
     editor.BSceneCombo.clear();
     editor.SelectPresetSceneCombo.clear();

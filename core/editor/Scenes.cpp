@@ -5,6 +5,7 @@
 #include "editor/EditorSelection.h"
 #include "midistrings/MSBModule.h"
 #include "pool/Database.h"
+#include "preset/PristinePreset.h"
 #include "shell/Session.h"
 
 namespace tavlo {
@@ -52,8 +53,6 @@ void onBoth(EditorState& editor, F change) {
 
 }  // namespace
 
-bool PresetChangedSinceStore(const EditorState& editor) { return !(editor.preset == editor.PristinePreset); }
-
 void RefillSceneLists(EditorState& editor) {
     const std::string selected = editor.SelectSceneCombo.text();
     editor.SelectSceneCombo.clear();
@@ -76,7 +75,7 @@ bool MakeScene(Session& session) {
                          "with a different name and then try again.");
         return false;
     }
-    if (PresetChangedSinceStore(editor)) {
+    if (INITDataChanged(editor)) {
         prompter.message("Cannot Make Scene",
                          "The current Preset has been changed and not Stored.  You cannot make Scenes until the "
                          "current changes have been Stored to the Pool.");
@@ -221,7 +220,7 @@ bool DeleteScene(Session& session) {
     Prompter& prompter = session.prompter;
     const int selected = editor.SelectSceneCombo.listIndex();
     if (selected < 0 || selected >= editor.preset.SceneCount) return false;
-    if (PresetChangedSinceStore(editor)) {
+    if (INITDataChanged(editor)) {
         prompter.message("Cannot Delete Scene",
                          "The current Preset has been changed and not Stored.  You cannot delete Scenes until the "
                          "current changes have been Stored to the Pool.");

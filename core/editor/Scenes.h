@@ -13,9 +13,6 @@ class Database;
 // positions, kept in SceneRec and referred to by Send Scene buttons and
 // setup scenes of any preset in the pool as a pair of name and owner ID.
 
-// True when the preset differs from what was last loaded or stored.
-bool PresetChangedSinceStore(const EditorState& editor);
-
 // Rebuilds SelectSceneCombo, BSceneCombo and SelectPresetSceneCombo from the
 // preset's scenes; lines of other presets' scenes and the selections stay.
 void RefillSceneLists(EditorState& editor);

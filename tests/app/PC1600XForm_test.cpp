@@ -392,6 +392,8 @@ void PC1600XFormTest::setupFrame() {
 void PC1600XFormTest::closingAsksAndOnlyHides() {
     type("PresetNameText", "My Preset");
     QCOMPARE(editor().preset.Name, std::string("My Preset"));
+    QTest::mouseClick(w<QPushButton>("PCButton_1"), Qt::LeftButton);
+    choose("BFunctionCombo", 1);
     t->prompter.expectMessage("Store Preset in Pool?", MessageAnswer::Cancel);
     form->close();
     QVERIFY(form->isVisible());

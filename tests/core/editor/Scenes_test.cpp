@@ -4,6 +4,7 @@
 
 #include "EditorTestHelpers.h"
 #include "TestSession.h"
+#include "preset/PristinePreset.h"
 #include "editor/CopyPasteSpread.h"
 #include "editor/EditorSelection.h"
 
@@ -41,7 +42,7 @@ TEST_F(ScenesTest, MakeStoresTwiceTheSliderPositions) {
     EXPECT_EQ(editor().SelectSceneCombo.text(), "Verse");
     EXPECT_EQ(count("SELECT Fader3 FROM SceneRec WHERE Name = 'Verse'"), 28);
     EXPECT_EQ(count("SELECT CV2 FROM SceneRec WHERE Name = 'Verse'"), 2 * 17 * 7);
-    EXPECT_FALSE(PresetChangedSinceStore(editor())) << "the scene went to the pool with the preset";
+    EXPECT_FALSE(INITDataChanged(editor())) << "the scene went to the pool with the preset";
     // The other two lists start with <none> and now hold the scene.
     EXPECT_EQ(editor().BSceneCombo.list(0), "<none>");
     EXPECT_EQ(editor().BSceneCombo.list(1), "Verse");

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "TestSession.h"
+#include "preset/PristinePreset.h"
 #include "editor/EditorClose.h"
 #include "editor/EditorSelection.h"
 
@@ -110,6 +111,8 @@ TEST_F(SetupInfoTest, ClosingAsksOnlyForAChangedPresetAndOnlyHides) {
     EXPECT_FALSE(editor().Visible);
 
     editor().preset.Name = "Mine";
+    EXPECT_TRUE(EditorQueryClose(*t, store)) << "the name alone is no edit";
+    editor().preset.Buttons[3].Function = 2;
     t.prompter.expectMessage("Store Preset in Pool?", "Do you want to store this Preset in the Preset Pool?",
                              MessageAnswer::Cancel);
     EXPECT_FALSE(EditorQueryClose(*t, store));
@@ -147,7 +150,7 @@ TEST(NewPreset, TakesTheDefaultsAndCountsAsUnchanged) {
     EXPECT_EQ(t->editor.preset.DataWheelLink, 19);
     EXPECT_EQ(t->editor.preset.Faders[3].Function, 0);
     EXPECT_TRUE(t->editor.preset.Name.empty());
-    EXPECT_FALSE(PresetChangedSinceStore(t->editor));
+    EXPECT_FALSE(INITDataChanged(t->editor));
     EXPECT_EQ(t->editor.SelectPresetSceneCombo.list(0), "<none>");
 }
 
