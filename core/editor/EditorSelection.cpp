@@ -107,7 +107,6 @@ bool ClickFader(EditorState& editor, int index) {
     if (index < 0 || index >= kFaderCount) throw std::out_of_range("fader index");
     if (index == editor.CurrentFader && editor.ShownFrame == EditorFrame::Fader) return false;
     SelectFader(editor, index);
-    ShowFaderParams(editor, index);
     return true;
 }
 

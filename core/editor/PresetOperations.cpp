@@ -108,6 +108,8 @@ void SelectFader(EditorState& editor, int index) {
     editor.CurrentFader = static_cast<std::int16_t>(index);
     editor.BorderedSlider = index;
     editor.ShownFrame = EditorFrame::Fader;
+    // Selecting shows: the frame is filled from the fader (also after a load).
+    ShowFaderParams(editor, index);
 }
 
 void PC1600xSetFaderFunction(EditorState& editor, int index, const std::string& name, int function, int min, int max,
