@@ -32,33 +32,12 @@
 #include "pool/PoolDatabase.h"
 #include "shell/Session.h"
 #include "ui/SteadyClock.h"
+#include "ui/StreamPrompter.h"
 
 extern char** environ;
 
 namespace tavlo {
 namespace {
-
-class NoPrompter : public Prompter {
-public:
-    MessageAnswer message(const std::string&, const std::string&, MessageButtons) override {
-        return MessageAnswer::OK;
-    }
-    std::optional<std::string> input(const std::string&, const std::string&, const std::string&) override {
-        return std::nullopt;
-    }
-    std::optional<std::string> openFile(const FileRequest&) override { return std::nullopt; }
-    std::optional<std::string> saveFile(const FileRequest&) override { return std::nullopt; }
-    ChoiceAnswer choose(const ChoiceRequest&) override { return {}; }
-};
-
-class NoStatus : public StatusView {
-public:
-    void show(const std::string&, const std::string&, bool) override {}
-    void setLine(const std::string&) override {}
-    void hide() override {}
-    bool cancelled() const override { return false; }
-    void resetCancelled() override {}
-};
 
 // jackd on the dummy backend, for as long as the program runs.
 class JackServer {
@@ -172,8 +151,8 @@ void BM_FullMemoryRoundTripOverJack(benchmark::State& state) {
     }
 
     PoolDatabase pool;
-    NoPrompter prompter;
-    NoStatus status;
+    StreamPrompter prompter;
+    SilentStatusView status;
     SleepingPump pump;
     SteadyClock clock;
     Session session(pool, prompter, status, pump, clock);

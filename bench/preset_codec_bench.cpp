@@ -13,7 +13,7 @@
 #include "midistrings/StringNotation.h"
 #include "preset/PresetDecoder.h"
 #include "preset/PresetEncoder.h"
-#include "ui/Prompter.h"
+#include "ui/StreamPrompter.h"
 
 namespace {
 
@@ -21,19 +21,6 @@ using namespace tavlo;
 
 constexpr double kWireBytesPerSecond = 3125.0;
 constexpr int kMemoryPresets = 50;
-
-class QuietPrompter : public Prompter {
-public:
-    MessageAnswer message(const std::string&, const std::string&, MessageButtons) override {
-        return MessageAnswer::OK;
-    }
-    std::optional<std::string> input(const std::string&, const std::string&, const std::string&) override {
-        return std::nullopt;
-    }
-    std::optional<std::string> openFile(const FileRequest&) override { return std::nullopt; }
-    std::optional<std::string> saveFile(const FileRequest&) override { return std::nullopt; }
-    ChoiceAnswer choose(const ChoiceRequest&) override { return {}; }
-};
 
 // A string of about 78 bytes as the string editor holds it: a sysex with a
 // value or velocity byte, notes and controllers behind it.
@@ -118,7 +105,7 @@ BENCHMARK(BM_EncodeDensePreset)->Unit(benchmark::kMicrosecond);
 void BM_DecodeDensePreset(benchmark::State& state) {
     const DensePreset dense;
     const std::string dump = Form2PresetSysex(dense.editor, dense.memImage, dense.midi);
-    QuietPrompter prompter;
+    StreamPrompter prompter;
     const WireShare share;
     for (auto _ : state) {
         EditorState editor;  // the editor is initialised before each decode
@@ -134,7 +121,7 @@ BENCHMARK(BM_DecodeDensePreset)->Unit(benchmark::kMicrosecond);
 void BM_FullMemoryOfDensePresets(benchmark::State& state) {
     const DensePreset dense;
     const std::string dump = Form2PresetSysex(dense.editor, dense.memImage, dense.midi);
-    QuietPrompter prompter;
+    StreamPrompter prompter;
     const WireShare share;
     for (auto _ : state) {
         for (int k = 0; k < kMemoryPresets; ++k) {

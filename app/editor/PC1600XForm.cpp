@@ -17,6 +17,7 @@
 #include "editor/EditorDefaults.h"
 #include "editor/EditorSelection.h"
 #include "editor/FunctionAssignment.h"
+#include "editor/InitPreset.h"
 #include "editor/ParameterText.h"
 #include "editor/Scenes.h"
 #include "editor/SetupInfo.h"
@@ -25,6 +26,7 @@
 #include "midistrings/StringEditForm.h"
 #include "midistrings/StringLearn.h"
 #include "pool/Database.h"
+#include "pool/PresetStore.h"
 #include "preset/PresetCodes.h"
 #include "shell/Session.h"
 #include "ui/CCDigitTyping.h"
@@ -96,8 +98,8 @@ PC1600XForm::PC1600XForm(Session& session, QWidget* parent)
     connectFaderFrame();
     connectButtonFrame();
     connectSetupFrame();
-    ui_->StoreInPoolButton->setEnabled(false);
-    ui_->InitPresetButton->setEnabled(false);
+    setStoreAction([this] { StoreInPoolButton(session_); });
+    setInitAction([this] { InitPresetButton(session_); });
     stringEditForm_ = new StringEditForm(session_, this);
     learnPort_ = std::make_unique<LearnPortMessages>(session_.midiLink.MIDILearnIn);
     stringEditForm_->setLearnSource(learnPort_.get());
@@ -414,6 +416,15 @@ void PC1600XForm::refresh() {
     refreshing_ = true;
     const WorkingPreset& p = editor_.preset;
     if (!editor_.Caption.empty()) setWindowTitle(toQt(editor_.Caption));
+    // A flow of core (the pool's Edit button) asks for the window.
+    if (editor_.Visible && !frame()->isVisible()) {
+        frame()->show();
+        frame()->raise();
+    }
+    if (editor_.FocusPresetNameText) {
+        editor_.FocusPresetNameText = false;
+        ui_->PresetNameText->setFocus();
+    }
     if (!ui_->PresetNameText->hasFocus() || !ui_->PresetNameText->isModified())
         ui_->PresetNameText->setText(toQt(p.Name));
     if (!ui_->PresetNotesText->hasFocus() && fromQt(ui_->PresetNotesText->toPlainText()) != p.Notes)
@@ -725,16 +736,29 @@ bool PC1600XForm::eventFilter(QObject* watched, QEvent* event) {
     return QWidget::eventFilter(watched, event);
 }
 
+QWidget* PC1600XForm::frame() {
+    QWidget* parent = parentWidget();
+    return parent && parent->inherits("QMdiSubWindow") ? parent : this;
+}
+
+void PC1600XForm::showWindow() {
+    editor_.Visible = true;
+    frame()->show();
+    frame()->raise();
+    refresh();
+}
+
+void PC1600XForm::showEvent(QShowEvent* event) {
+    editor_.Visible = true;
+    QWidget::showEvent(event);
+}
+
 void PC1600XForm::closeEvent(QCloseEvent* event) {
     UpdateDefs();
     // The window is only ever hidden: it lives for the whole run.
     event->ignore();
-    if (!EditorQueryClose(session_, [this] {
-            if (store_) store_();
-        }))
-        return;
-    if (auto* frame = parentWidget(); frame && frame->inherits("QMdiSubWindow")) frame->hide();
-    else hide();
+    if (!EditorQueryClose(session_)) return;
+    frame()->hide();
 }
 
 }  // namespace tavlo

@@ -49,6 +49,8 @@ public:
     void setStringEditor(std::function<void(StringDoor)> edit);
     StringEditForm* stringEditForm() const { return stringEditForm_; }
     QSize sizeHint() const override;
+    // Shows the window (inside its MDI frame, when it has one).
+    void showWindow();
     // Redraws everything from the editor state.
     void refresh();
     // What a drop on a button or on a fader (or its label) does.
@@ -56,9 +58,11 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    QWidget* frame();
     void connectPanel();
     void connectFaderFrame();
     void connectButtonFrame();

@@ -5,7 +5,7 @@
 #include <QMdiSubWindow>
 #include <QPrinterInfo>
 
-#include "editor/NewPreset.h"
+#include "editor/InitPreset.h"
 #include "editor/PC1600XForm.h"
 
 #include "midilink/ExchangeDump.h"
@@ -14,6 +14,7 @@
 #include "midilink/PeekForm.h"
 #include "midilink/RtMidiBackend.h"
 #include "pool/Database.h"
+#include "pool/PoolForm.h"
 #include "shell/QuitMenu.h"
 #include "shell/Session.h"
 #include "shell/SysexFileContents.h"
@@ -37,8 +38,16 @@ TavloController::TavloController(Session& session, QWidget* parent)
     // Entries whose windows are not part of this build yet stay disabled.
     for (QAction* action : {ui_->MidiDevManageMenu, ui_->CleanMenu,
                             ui_->GlobalMenu, ui_->NewGlobalMenu, ui_->ViewGlobalMenu, ui_->NewMemImageMenu,
-                            ui_->EditPresetMenu, ui_->HelpHelpMenu})
+                            ui_->HelpHelpMenu})
         action->setEnabled(false);
+
+    // The pool window lives for the whole run; closing it only hides it.
+    poolForm_ = new PoolForm(session_);
+    poolWindow_ = ui_->MDIArea->addSubWindow(poolForm_);
+    poolWindow_->setAttribute(Qt::WA_DeleteOnClose, false);
+    poolWindow_->hide();
+    poolForm_->reload();
+    connect(ui_->EditPresetMenu, &QAction::triggered, this, &TavloController::showPresetPool);
 
     startMidi();
     connect(ui_->MIDIMenu, &QAction::triggered, midiForm_, &MIDIForm::showConfiguration);
@@ -56,11 +65,17 @@ TavloController::TavloController(Session& session, QWidget* parent)
 PC1600XForm* TavloController::editorForm() const { return editorForm_; }
 
 void TavloController::newPreset() {
-    StartNewPreset(session_);
-    QWidget* frame = editorForm_->parentWidget();
-    frame->show();
-    frame->raise();
+    // Edits in the editor are offered for storing first; Cancel keeps them.
+    if (!InitPresetButton(session_)) return;
+    session_.editor.Caption = "New Preset";
+    editorForm_->showWindow();
     editorForm_->setFocus();
+}
+
+void TavloController::showPresetPool() {
+    poolWindow_->show();
+    poolForm_->show();
+    poolWindow_->raise();
 }
 
 void TavloController::startMidi() {

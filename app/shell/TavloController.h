@@ -6,12 +6,14 @@ namespace Ui {
 class TavloController;
 }
 class QMdiArea;
+class QMdiSubWindow;
 
 namespace tavlo {
 
 class MIDIForm;
 class PC1600XForm;
 class PeekForm;
+class PoolForm;
 class Session;
 
 // The main window: an MDI frame with the menu bar in which every other
@@ -23,6 +25,9 @@ public:
     ~TavloController() override;
 
     QMdiArea* mdiArea() const;
+    PoolForm* poolForm() const { return poolForm_; }
+    // EditPresetMenu: shows the preset pool.
+    void showPresetPool();
     // Puts the main window where the last run left it.
     void restoreGeometryFromPool();
     // The preset editor window.
@@ -40,6 +45,8 @@ private:
     std::unique_ptr<Ui::TavloController> ui_;
     MIDIForm* midiForm_ = nullptr;  // owned as a child window
     PeekForm* peekForm_ = nullptr;
+    PoolForm* poolForm_ = nullptr;
+    QMdiSubWindow* poolWindow_ = nullptr;
     PC1600XForm* editorForm_ = nullptr;
 };
 

@@ -1,13 +1,13 @@
 #pragma once
-#include <functional>
 
 namespace tavlo {
 
 class Session;
 
-// The editor window's close: it asks to store an edited preset (or stores
+// The editor window's close: it offers to store an edited preset (or stores
 // without asking when the preset stands in the memory image) and then only
-// hides. False when the user cancelled and the window stays.
-bool EditorQueryClose(Session& session, const std::function<void()>& storeInPool);
+// hides. False when the window stays: the user cancelled, or the store
+// asked for it to stay open.
+bool EditorQueryClose(Session& session);
 
 }  // namespace tavlo

@@ -87,6 +87,23 @@ struct EditorState : Observable {
     std::string PasteButtonCaption;
     bool PasteButtonVisible = false;
     // ---- end of the editor window block ----
+
+    // ---- Pool store and load (PresetStore, PresetLoad, InitPreset) ----
+    // True while a preset text file is being stored: its scenes come later.
+    bool ImportingPresetText = false;
+    // The store was asked for by the closing of the window.
+    bool ClosingEditor = false;
+    // Set by the store when the window must stay open.
+    bool CancelClose = false;
+    // Set by the store when the pool's version was kept.
+    bool PresetKeptInPool = false;
+    // The name given to the last blank-named preset of a download.
+    std::string LastEnteredBlankName;
+    // False while a load fills the editor: nothing counts as an edit then.
+    bool PristineComparison = true;
+    // The store asks the window to put the focus on PresetNameText.
+    bool FocusPresetNameText = false;
+    // ---- end of pool store and load ----
 };
 
 }  // namespace tavlo

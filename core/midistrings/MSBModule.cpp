@@ -12,17 +12,17 @@ constexpr char kQuoteStored = static_cast<char>(151);
 constexpr char kApostropheStored = static_cast<char>(152);
 constexpr char kBarStored = static_cast<char>(150);
 
-int hexValue(char c) {
+constexpr std::array<const char*, 12> kPitchNames = {"C",  "C#", "D",  "D#", "E",  "F",
+                                                     "F#", "G",  "G#", "A",  "A#", "B"};
+
+}  // namespace
+
+int HexDigit(char c) {
     if (c >= '0' && c <= '9') return c - '0';
     if (c >= 'A' && c <= 'F') return c - 'A' + 10;
     if (c >= 'a' && c <= 'f') return c - 'a' + 10;
     return -1;
 }
-
-constexpr std::array<const char*, 12> kPitchNames = {"C",  "C#", "D",  "D#", "E",  "F",
-                                                     "F#", "G",  "G#", "A",  "A#", "B"};
-
-}  // namespace
 
 std::string SafeDBString(std::string_view text) {
     std::string out(text);
@@ -76,7 +76,7 @@ std::string HexToBinary(std::string_view hex) {
     std::string out;
     out.reserve(hex.size() * 4);
     for (char c : hex) {
-        const int value = hexValue(c);
+        const int value = HexDigit(c);
         if (value < 0) return {};
         for (int bit = 3; bit >= 0; --bit) out += ((value >> bit) & 1) ? '1' : '0';
     }

@@ -15,6 +15,9 @@ std::string DisplayDBString(std::string_view text);
 
 std::string DoubleAmpersands(std::string_view text);
 
+// Value of one hexadecimal digit in either case, -1 for any other character.
+int HexDigit(char c);
+
 // "0"/"1" text, padded left to whole bytes, to upper-case hexadecimal.
 std::string BinaryToHex(std::string_view bits);
 // Hexadecimal text to "0"/"1" text; empty if any character isn't hexadecimal.

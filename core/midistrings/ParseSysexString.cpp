@@ -10,19 +10,12 @@
 namespace tavlo {
 namespace {
 
-int hexDigit(char c) {
-    if (c >= '0' && c <= '9') return c - '0';
-    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-    return -1;
-}
-
 // The value of a token read as hexadecimal, stopping at the first character
 // that is no hexadecimal digit.
 int hexValue(std::string_view token) {
     int value = 0;
     for (char c : token.substr(0, 2)) {
-        const int digit = hexDigit(c);
+        const int digit = MSBModule::HexDigit(c);
         if (digit < 0) break;
         value = value * 16 + digit;
     }
@@ -167,7 +160,7 @@ void ParseSysexString(std::string& text, StringWorkArea& work) {
             break;
         }
         Piece piece{p, form, type};
-        if (channelStatus) piece.channel = global ? 16 : std::max(0, hexDigit(t[p + 1]));
+        if (channelStatus) piece.channel = global ? 16 : std::max(0, MSBModule::HexDigit(t[p + 1]));
         bool split = false;
         for (int v = 0; v < values; ++v) {
             const std::size_t at = p + extra + 3 + 3 * static_cast<std::size_t>(v);

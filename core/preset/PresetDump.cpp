@@ -7,16 +7,6 @@
 #include "ui/ListState.h"
 
 namespace tavlo {
-namespace {
-
-int hexDigit(char c) {
-    if (c >= '0' && c <= '9') return c - '0';
-    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-    return -1;
-}
-
-}  // namespace
 
 bool IsPresetDump(std::string_view bytes) {
     static constexpr unsigned char kHeader[] = {0xF0, 0x00, 0x00, 0x1B, 0x0B};
@@ -55,7 +45,7 @@ std::string DeviceStringBytes(const MessageStringSet& strings) {
             else if (token == "cs") value = 0xFC;
             else
                 for (char c : token) {
-                    const int digit = hexDigit(c);
+                    const int digit = MSBModule::HexDigit(c);
                     if (digit < 0) break;
                     value = value * 16 + digit;
                 }
@@ -70,8 +60,8 @@ unsigned char WireByte(int value) {
     if (value >= 0) std::snprintf(digits, sizeof digits, "%X", static_cast<unsigned>(value));
     else if (value >= -32768) std::snprintf(digits, sizeof digits, "%X", static_cast<unsigned>(value) & 0xFFFFu);
     else std::snprintf(digits, sizeof digits, "%X", static_cast<unsigned>(value));
-    if (digits[1] == '\0') return static_cast<unsigned char>(hexDigit(digits[0]));
-    return static_cast<unsigned char>(hexDigit(digits[0]) * 16 + hexDigit(digits[1]));
+    if (digits[1] == '\0') return static_cast<unsigned char>(MSBModule::HexDigit(digits[0]));
+    return static_cast<unsigned char>(MSBModule::HexDigit(digits[0]) * 16 + MSBModule::HexDigit(digits[1]));
 }
 
 }  // namespace tavlo

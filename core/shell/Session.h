@@ -5,6 +5,7 @@
 #include "midilink/MidiLink.h"
 #include "midistrings/StringWorkArea.h"
 #include "pool/PoolDatabase.h"
+#include "pool/PoolFormState.h"
 #include "shell/SessionFlags.h"
 #include "ui/Prompter.h"
 #include "ui/Pump.h"
@@ -32,6 +33,13 @@ public:
     SessionFlags flags;
     // The four MIDI ports, WaitTimer and the configuration window's lists.
     MidiLink midiLink{clock};
+
+    // ---- Pool store and load ----
+    PoolFormState poolForm;
+    StoreFollowUps storeFollowUps;
+    // The last "Free Memory: " n a store computed, for FreeMemLabel.
+    std::string FreeMemLabel;
+    // ---- end of pool store and load ----
 };
 
 }  // namespace tavlo

@@ -12,42 +12,15 @@
 #include "midilink/RtMidiBackend.h"
 #include "pool/PoolDatabase.h"
 #include "shell/Session.h"
+#include "ui/StreamPrompter.h"
 #include "ui/SteadyClock.h"
 
 namespace tavlo::cli {
 namespace {
 
-// Messages go to the error stream; nothing is ever asked.
-class StreamPrompter : public Prompter {
-public:
-    explicit StreamPrompter(std::ostream& err) : err_(err) {}
-    MessageAnswer message(const std::string& title, const std::string& text, MessageButtons) override {
-        err_ << title << ": " << text << "\n";
-        return MessageAnswer::OK;
-    }
-    std::optional<std::string> input(const std::string&, const std::string&, const std::string&) override {
-        return std::nullopt;
-    }
-    std::optional<std::string> openFile(const FileRequest&) override { return std::nullopt; }
-    std::optional<std::string> saveFile(const FileRequest&) override { return std::nullopt; }
-    ChoiceAnswer choose(const ChoiceRequest&) override { return {}; }
-
-private:
-    std::ostream& err_;
-};
-
-class QuietStatus : public StatusView {
-public:
-    void show(const std::string&, const std::string&, bool) override {}
-    void setLine(const std::string&) override {}
-    void hide() override {}
-    bool cancelled() const override { return false; }
-    void resetCancelled() override {}
-};
-
 // A session with no pool: the MIDI link is all these commands need.
 struct MidiSession {
-    MidiSession(const CliArgs& args, std::ostream& err) : prompter(err) {
+    MidiSession(const CliArgs& args, std::ostream& err) : prompter(&err, MessageAnswer::OK) {
         session = std::make_unique<Session>(pool, prompter, status, pump, clock);
         RtMidiOptions options;
         if (const auto api = args.option("--api"); !api || !ParseMidiApi(*api, options.api))
@@ -76,7 +49,7 @@ struct MidiSession {
 
     PoolDatabase pool;
     StreamPrompter prompter;
-    QuietStatus status;
+    SilentStatusView status;
     SleepingPump pump;
     SteadyClock clock;
     std::unique_ptr<Session> session;

@@ -12,32 +12,12 @@
 #include "preset/PresetDump.h"
 #include "preset/PresetEncoder.h"
 #include "shell/SysexFileContents.h"
-#include "ui/Prompter.h"
+#include "ui/StreamPrompter.h"
 
 namespace tavlo::cli {
 namespace {
 
 using json = Json;
-
-// Message boxes become lines on the error stream; questions take their first answer.
-class StreamPrompter : public Prompter {
-public:
-    explicit StreamPrompter(std::ostream& err) : err_(err) {}
-    MessageAnswer message(const std::string& title, const std::string& text, MessageButtons buttons) override {
-        err_ << title << ": " << text << "\n";
-        return buttons == MessageButtons::YesNo || buttons == MessageButtons::YesNoCancel ? MessageAnswer::Yes
-                                                                                          : MessageAnswer::OK;
-    }
-    std::optional<std::string> input(const std::string&, const std::string&, const std::string& d) override {
-        return d;
-    }
-    std::optional<std::string> openFile(const FileRequest&) override { return std::nullopt; }
-    std::optional<std::string> saveFile(const FileRequest&) override { return std::nullopt; }
-    ChoiceAnswer choose(const ChoiceRequest&) override { return {}; }
-
-private:
-    std::ostream& err_;
-};
 
 // --model: true for the PC1600 (version 1.1), false for the PC1600X.
 std::optional<bool> modelOption(const CliArgs& args, std::ostream& err) {
@@ -69,7 +49,7 @@ int presetShow(const CliArgs& args, std::ostream& out, std::ostream& err) {
     MemImageState memImage;
     MidiConfig midi;
     midi.PC1600Model = *model;
-    StreamPrompter prompter(err);
+    StreamPrompter prompter(&err, MessageAnswer::Yes);
     const DecodeResult result = PresetSysex2Form(*dump, editor, memImage, midi, prompter);
     if (!result.ok) {
         err << kCannotImportPresetTitle << ": " << result.reason << "\n";

@@ -104,55 +104,45 @@ TEST_F(SetupInfoTest, StringDefaultWithSubstringsAndItsRemoval) {
 }
 
 TEST_F(SetupInfoTest, ClosingAsksOnlyForAChangedPresetAndOnlyHides) {
-    int stores = 0;
-    auto store = [&] { ++stores; };
+    Database& db = t.pool.db();
+    auto rows = [&] { return db.queryInt("SELECT COUNT(*) FROM PresetRec WHERE Name = 'Mine'"); };
     editor().Visible = true;
-    EXPECT_TRUE(EditorQueryClose(*t, store)) << "unchanged: no question";
+    EXPECT_TRUE(EditorQueryClose(*t)) << "unchanged: no question";
     EXPECT_FALSE(editor().Visible);
 
     editor().preset.Name = "Mine";
-    EXPECT_TRUE(EditorQueryClose(*t, store)) << "the name alone is no edit";
+    EXPECT_TRUE(EditorQueryClose(*t)) << "the name alone is no edit";
     editor().preset.Buttons[3].Function = 2;
     t.prompter.expectMessage("Store Preset in Pool?", "Do you want to store this Preset in the Preset Pool?",
                              MessageAnswer::Cancel);
-    EXPECT_FALSE(EditorQueryClose(*t, store));
+    EXPECT_FALSE(EditorQueryClose(*t));
+    EXPECT_EQ(rows(), 0);
     t.prompter.expectMessage("Store Preset in Pool?", MessageAnswer::Yes);
-    EXPECT_TRUE(EditorQueryClose(*t, store));
-    EXPECT_EQ(stores, 1);
+    EXPECT_TRUE(EditorQueryClose(*t));
+    EXPECT_EQ(rows(), 1) << "stored under its new name, without a further question";
+    EXPECT_FALSE(INITDataChanged(editor()));
+
+    // Bound to the memory image: stored without asking.
+    editor().preset.Buttons[4].Function = 1;
     t->flags.MemoryImageBound = true;
-    EXPECT_TRUE(EditorQueryClose(*t, store));
-    EXPECT_EQ(stores, 2) << "bound to the memory image: stored without asking";
+    t.prompter.expectMessage("About to Store", MessageAnswer::Yes);
+    EXPECT_TRUE(EditorQueryClose(*t));
+    EXPECT_EQ(db.queryInt("SELECT Function FROM ButtonRec WHERE \"Index\" = 4 AND PresetREF = "
+                          "(SELECT ID FROM PresetRec WHERE Name = 'Mine')"),
+              1);
     t->flags.MemoryImageBound = false;
+
+    // A blank name keeps the window open when the user says so.
+    editor().preset.Name = "";
+    editor().preset.Buttons[5].Function = 1;
+    t.prompter.expectMessage("Store Preset in Pool?", MessageAnswer::Yes)
+        .expectMessage("Preset Name is Blank", MessageAnswer::Cancel);
+    EXPECT_FALSE(EditorQueryClose(*t));
     editor().preset.Name = "--Initialized--";
-    EXPECT_TRUE(EditorQueryClose(*t, store));
+    EXPECT_TRUE(EditorQueryClose(*t));
     EXPECT_TRUE(t.prompter.done());
 }
 
 }  // namespace
 }  // namespace tavlo
 
-#include "editor/EditorDefaults.h"
-#include "editor/NewPreset.h"
-
-namespace tavlo {
-namespace {
-
-TEST(NewPreset, TakesTheDefaultsAndCountsAsUnchanged) {
-    testing::TestSession t;
-    WorkingPreset source;
-    source.SetupChannels[0] = SetupChannelDef{2, 0, 5, 101};
-    WriteSetupChannelDefaults(t.pool.db(), source);
-    WriteDefault(t.pool.db(), "DataWheelLink", 19);
-    t->editor.preset.Faders[3].Function = 1;
-    t->editor.preset.Name = "old";
-    StartNewPreset(*t);
-    EXPECT_EQ(t->editor.preset.SetupChannels[0], (SetupChannelDef{2, 0, 5, 101}));
-    EXPECT_EQ(t->editor.preset.DataWheelLink, 19);
-    EXPECT_EQ(t->editor.preset.Faders[3].Function, 0);
-    EXPECT_TRUE(t->editor.preset.Name.empty());
-    EXPECT_FALSE(INITDataChanged(t->editor));
-    EXPECT_EQ(t->editor.SelectPresetSceneCombo.list(0), "<none>");
-}
-
-}  // namespace
-}  // namespace tavlo

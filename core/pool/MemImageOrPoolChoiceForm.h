@@ -1,0 +1,37 @@
+#pragma once
+#include <cstdint>
+#include <string>
+
+#include "ui/Prompter.h"
+
+namespace tavlo {
+
+class Session;
+
+// The modal dialogue that resolves a name clash between a downloaded preset
+// and one of the pool. Its buttons, in the order of the request:
+enum class ClashButton {
+    KeepPool,        // KeepPoolButton
+    UseDownloaded,   // UseDownloadedButton
+    RenamePool,      // RenamePoolButton
+    RenameSysex,     // RenameSysexButton
+    KeepALLPool,     // KeepALLPoolButton
+    KeepALLSysex,    // KeepALLSysexButton
+    Compare,         // CompareButton: stays disabled until presets can be compared
+};
+
+struct ClashChoice {
+    std::string newName;  // NewNameText as the user left it
+};
+
+// The request the dialogue is shown with; PromptLabel's text is `prompt`.
+ChoiceRequest MemImageOrPoolChoiceRequest(const std::string& prompt, const std::string& newName);
+
+// Shows the dialogue for the pool row `id` named `name` until one of its
+// buttons closes it, and sets ChoiceResult and ChoiceForAll of the session.
+// A dialogue closed by its frame only hides: ChoiceResult stays as it was.
+// `overwriteQuestion` is the question behind the Overwrite action.
+ClashChoice ShowMemImageOrPoolChoiceForm(Session& session, std::int64_t id, const std::string& name,
+                                         const std::string& prompt, const std::string& overwriteQuestion);
+
+}  // namespace tavlo

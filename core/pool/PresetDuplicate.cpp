@@ -1,0 +1,58 @@
+#include <optional>
+
+#include "midistrings/MSBModule.h"
+#include "pool/PoolList.h"
+#include "pool/PoolOperations.h"
+#include "pool/PresetLoad.h"
+#include "pool/PresetStore.h"
+#include "shell/Session.h"
+
+namespace tavlo {
+
+using MSBModule::SafeDBString;
+using MSBModule::Trim;
+
+void DuplicateButton(Session& session) {
+    // The first selected line that isn't a header.
+    const ListState& list = session.poolForm.PoolList;
+    int line = -1;
+    for (int index : list.selectedIndexes())
+        if (!IsPoolHeaderLine(session, index)) {
+            line = index;
+            break;
+        }
+    if (line < 0) line = PoolOperationLine(session);
+    if (line < 0) return;
+    const std::int64_t id = list.itemData(line);
+    const std::string name = Trim(list.list(line));
+    const std::optional<std::string> answer =
+        session.prompter.input("Duplicate Preset", "Enter the Name of the new Preset copy.", name + " 2");
+    if (!answer) return;
+    const std::string newName = Trim(*answer);
+    if (newName.empty()) return;
+    if (newName.size() > 16) {
+        session.prompter.message("Cannot Duplicate Preset",
+                                 "A Preset's Name can only be a maximum of 16 characters long");
+        return;
+    }
+    try {
+        Statement clash = session.pool.db().prepare("SELECT ID FROM PresetRec WHERE Name = :Name");
+        clash.bind(":Name", SafeDBString(newName));
+        if (clash.step()) {
+            session.prompter.message("Cannot Duplicate", "That name is already taken.  Please enter another.");
+            return;
+        }
+    } catch (const DatabaseError&) {
+        session.prompter.message("Database Error", "There has been a Database Error");
+        return;
+    }
+    // The copy goes through the editor so that it gets every companion row.
+    // The editor no longer stands for a slot of the image: the copy isn't it.
+    session.flags.MemoryImageBound = false;
+    if (!LoadPC1600xFormFromPool(session, id)) return;
+    session.editor.preset.Name = newName;
+    session.editor.ClosingEditor = false;
+    StoreInPoolButton(session);
+}
+
+}  // namespace tavlo

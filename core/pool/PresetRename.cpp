@@ -1,0 +1,62 @@
+#include <optional>
+
+#include "midistrings/MSBModule.h"
+#include "pool/PoolList.h"
+#include "pool/PoolOperations.h"
+#include "shell/Session.h"
+
+namespace tavlo {
+
+using MSBModule::SafeDBString;
+using MSBModule::Trim;
+
+void RenameButton(Session& session) {
+    const int line = PoolOperationLine(session);
+    if (line < 0) return;
+    const std::int64_t id = session.poolForm.PoolList.itemData(line);
+    const std::string name = Trim(session.poolForm.PoolList.list(line));
+    if (name == kInitializedName) {
+        // The system's own preset is found by its name; it keeps it.
+        session.prompter.message(
+            "Cannot Update --Initialized-- Preset",
+            "You cannot change the --Initialized-- Preset in the Pool.  It is kept for System functionality.");
+        return;
+    }
+    const std::optional<std::string> answer = session.prompter.input(
+        "Rename Preset", "Enter the new name for the Preset '" + name + "' (leave blank to cancel).", name);
+    if (!answer) return;
+    const std::string newName = Trim(*answer);
+    if (newName.empty()) return;
+    if (newName.size() > 16) {
+        session.prompter.message("Cannot Rename Preset", "A Preset's Name can only be a maximum of 16 characters long");
+        return;
+    }
+    try {
+        Database& db = session.pool.db();
+        Statement clash = db.prepare("SELECT ID FROM PresetRec WHERE Name = :Name");
+        clash.bind(":Name", SafeDBString(newName));
+        // A change of case only finds the preset itself.
+        if (clash.step() && clash.getInt(0) != id) {
+            session.prompter.message("Cannot Rename",
+                                     "That name '" + newName + "' is already in use in the database.");
+            return;
+        }
+        Transaction transaction(db);
+        db.prepare("UPDATE PresetRec SET Name = :Name WHERE ID = :ID")
+            .bind(":Name", SafeDBString(newName))
+            .bind(":ID", id)
+            .run();
+        transaction.commit();
+    } catch (const DatabaseError&) {
+        session.prompter.message("Database Error", "There has been a Database Error");
+        return;
+    }
+    // The editor holding this preset stores it under the new name from now on.
+    if (session.editor.preset.ID == id) {
+        session.editor.preset.Name = MSBModule::DisplayDBString(SafeDBString(newName));
+        session.editor.notifyChanged();
+    }
+    ReloadPoolList(session);
+}
+
+}  // namespace tavlo

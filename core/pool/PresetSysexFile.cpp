@@ -1,0 +1,64 @@
+#include "pool/PresetSysexFile.h"
+
+#include <fstream>
+#include <optional>
+
+#include "editor/PristineHook.h"
+#include "midistrings/MSBModule.h"
+#include "pool/PoolList.h"
+#include "pool/PresetLoad.h"
+#include "pool/PresetStore.h"
+#include "preset/PresetEncoder.h"
+#include "shell/Session.h"
+
+namespace tavlo {
+
+// The preset text format joins these filters when it exists.
+inline constexpr const char* kSaveSysexFilter = "Sysex Files (*.syx)|*.syx";
+
+bool WritePresetSysexFile(Session& session, std::int64_t id, const std::string& path) {
+    if (!LoadPC1600xFormFromPool(session, id)) return false;
+    const std::string dump = Form2PresetSysex(session.editor, session.memImage, session.midi);
+    std::ofstream file(path, std::ios::binary | std::ios::trunc);
+    file.write(dump.data(), static_cast<std::streamsize>(dump.size()));
+    file.close();
+    if (!file) {
+        session.prompter.message("Cannot Save Preset", "The file '" + path + "' could not be written.");
+        return false;
+    }
+    return true;
+}
+
+void SavePresetSysexButton(Session& session) {
+    const int line = PoolOperationLine(session);
+    if (line < 0) return;
+    const std::int64_t id = session.poolForm.PoolList.itemData(line);
+    const std::string name = MSBModule::Trim(session.poolForm.PoolList.list(line));
+    FileRequest request;
+    request.title = "Save Preset to Sysex or Tavlo Format File";
+    request.filter = kSaveSysexFilter;
+    request.defaultExtension = ".syx";
+    request.fileName = MSBModule::SafeFileName(name) + ".syx";
+    const std::optional<std::string> path = session.prompter.saveFile(request);
+    if (!path) return;
+
+    EditorState& editor = session.editor;
+    if (PoolFlowINITDataChanged(editor) && MSBModule::Trim(editor.preset.Name) != kInitializedName) {
+        const MessageAnswer answer = session.prompter.message(
+            "About to Save Tavlo Format Preset",
+            "The Preset Editor window is required for this task.  Do you want to save the contents of the PC1600(x) "
+            "Preset Editor Window before storing this Preset?  If you answer NO, any changes since the last Preset "
+            "Store in Pool will be lost.",
+            MessageButtons::YesNoCancel);
+        if (answer == MessageAnswer::Cancel) return;
+        if (answer == MessageAnswer::Yes) {
+            editor.ClosingEditor = false;
+            StoreInPoolButton(session);
+            // A store that was refused keeps the edits: nothing is overwritten.
+            if (PoolFlowINITDataChanged(editor)) return;
+        }
+    }
+    WritePresetSysexFile(session, id, *path);
+}
+
+}  // namespace tavlo

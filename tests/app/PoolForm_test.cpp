@@ -1,0 +1,192 @@
+#include <QApplication>
+#include <QDialog>
+#include <QFileInfo>
+#include <QLabel>
+#include <QTimer>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QtTest>
+
+#include "TestSession.h"
+#include "editor/InitPreset.h"
+#include "pool/MemImageOrPoolChoiceForm.h"
+#include "pool/PoolForm.h"
+#include "pool/PresetStore.h"
+#include "ui/QtPrompter.h"
+
+using namespace tavlo;
+using namespace tavlo::testing;
+
+class PoolFormTest : public QObject {
+    Q_OBJECT
+private slots:
+    void init();
+    void cleanup();
+    void showsThePoolInBothOrders();
+    void selectingALineShowsItsDetails();
+    void renameDuplicateAndDeleteThroughTheButtons();
+    void buttonsThatWaitForOtherWindowsAreDisabled();
+    void clashDialogueIsAModalDialogWithItsButtons();
+    void saveAndLoadASysexFile();
+
+private:
+    std::int64_t store(const std::string& name, int scenes);
+    QStringList lines() const;
+    template <typename W>
+    W* widget(const char* name) const {
+        W* w = form->findChild<W*>(name);
+        if (!w) qFatal("no widget %s", name);
+        return w;
+    }
+
+    std::unique_ptr<TestSession> t;
+    std::unique_ptr<PoolForm> form;
+};
+
+void PoolFormTest::init() {
+    t = std::make_unique<TestSession>();
+    (*t)->flags.ProgramInit = false;
+    form = std::make_unique<PoolForm>(**t);
+    form->reload();
+    form->show();
+}
+
+void PoolFormTest::cleanup() {
+    form.reset();
+    t.reset();
+}
+
+std::int64_t PoolFormTest::store(const std::string& name, int scenes) {
+    Session& s = **t;
+    InitPresetWithoutQuestions(s);
+    s.editor.preset.Name = name;
+    s.editor.preset.SceneCount = static_cast<std::int16_t>(scenes);
+    for (int i = 0; i < scenes; ++i) s.editor.preset.Scenes[i].Name = "Scene " + std::to_string(i + 1);
+    s.editor.preset.Faders[0].Function = 1;
+    s.editor.preset.Faders[0].Name = "Vol";
+    StoreInPoolButton(s);
+    return s.editor.preset.ID;
+}
+
+QStringList PoolFormTest::lines() const {
+    QStringList out;
+    auto* list = widget<QListWidget>("PoolList");
+    for (int i = 0; i < list->count(); ++i) out << list->item(i)->text();
+    return out;
+}
+
+void PoolFormTest::showsThePoolInBothOrders() {
+    const std::int64_t id = store("Zed", 0);
+    store("Alpha", 0);
+    (*t)->pool.db().prepare("INSERT INTO MakeModelAssocRec (PresetREF, Make, Model) VALUES (:ID, 'Korg', 'M1')")
+        .bind(":ID", id)
+        .run();
+    form->reload();
+    QCOMPARE(lines(), (QStringList{"--Initialized--", "Alpha", "Zed"}));
+    widget<QRadioButton>("OrderOption_0")->click();
+    const QString pad(10, ' ');
+    QCOMPARE(lines(), (QStringList{"> UNASSOCIATED ", pad + "--Initialized--", pad + "Alpha", "> Korg M1", pad + "Zed"}));
+    widget<QRadioButton>("OrderOption_1")->click();
+    QCOMPARE(lines().size(), 3);
+}
+
+void PoolFormTest::selectingALineShowsItsDetails() {
+    store("Detailed", 2);
+    form->reload();
+    auto* list = widget<QListWidget>("PoolList");
+    QCOMPARE(widget<QLabel>("MemLabel")->text(), QString("Memory Used: 0"));
+    list->setCurrentRow(lines().indexOf("Detailed"));
+    QCOMPARE(widget<QLabel>("MemLabel")->text(), QString("Memory Used: 8"));
+    QCOMPARE(widget<QListWidget>("SceneList")->count(), 2);
+    QVERIFY(widget<QLineEdit>("CreatedDateText")->text().contains(QRegularExpression("^\\d\\d/\\d\\d/\\d{4}$")));
+    QVERIFY(widget<QLineEdit>("CreatedDateText")->isReadOnly());
+    QVERIFY(!widget<QListWidget>("MIsUsingList")->isVisible());
+    list->setCurrentRow(0);
+    QCOMPARE(widget<QLabel>("MemLabel")->text(), QString("Fixed System Preset"));
+    widget<QPushButton>("ShowMIsUseButton")->click();
+    QVERIFY(widget<QListWidget>("MIsUsingList")->isVisible());
+    QCOMPARE(widget<QListWidget>("MIsUsingList")->count(), 50);
+}
+
+void PoolFormTest::renameDuplicateAndDeleteThroughTheButtons() {
+    store("Source", 1);
+    form->reload();
+    auto* list = widget<QListWidget>("PoolList");
+    list->setCurrentRow(lines().indexOf("Source"));
+
+    t->prompter.expectInput("Rename Preset", std::string("Renamed"));
+    widget<QPushButton>("RenameButton")->click();
+    QCOMPARE(lines(), (QStringList{"--Initialized--", "Renamed"}));
+    QCOMPARE(list->currentItem()->text(), QString("Renamed"));
+
+    t->prompter.expectInput("Duplicate Preset", std::string("Renamed 2"));
+    widget<QPushButton>("DuplicateButton")->click();
+    QCOMPARE(lines(), (QStringList{"--Initialized--", "Renamed", "Renamed 2"}));
+
+    list->setCurrentRow(lines().indexOf("Renamed"));
+    t->prompter.expectMessage("About to Delete Preset",
+                              "This will delete the Preset 'Renamed' and all attached Scenes and MIDI Messages.  All "
+                              "Memory Images which reference this Preset will now point to the '--Initialized--' "
+                              "Preset.  Are you sure?",
+                              MessageAnswer::Yes);
+    widget<QPushButton>("DeleteButton")->click();
+    QCOMPARE(lines(), (QStringList{"--Initialized--", "Renamed 2"}));
+    QVERIFY(t->prompter.done());
+    QCOMPARE(t->prompter.seen().size(), std::size_t{3});
+}
+
+void PoolFormTest::buttonsThatWaitForOtherWindowsAreDisabled() {
+    for (const char* name : {"CompareLeftButton", "CompareRightButton", "SendToMemImageButton"})
+        QVERIFY2(!widget<QPushButton>(name)->isEnabled(), name);
+    QCOMPARE(widget<QPushButton>("DeleteButton")->text(), QString("Delete Preset from Pool"));
+    QCOMPARE(widget<QRadioButton>("OrderOption_0")->text(), QString("Order by Associated Device"));
+}
+
+void PoolFormTest::clashDialogueIsAModalDialogWithItsButtons() {
+    QtPrompter prompter;
+    bool seen = false;
+    QTimer::singleShot(0, [&] {
+        QDialog* dialog = nullptr;
+        for (QWidget* w : QApplication::topLevelWidgets())
+            if (w->objectName() == "MemImageOrPoolChoiceForm" && w->isVisible()) dialog = qobject_cast<QDialog*>(w);
+        QVERIFY(dialog);
+        QVERIFY(dialog->isModal());
+        for (const char* name : {"KeepPoolButton", "UseDownloadedButton", "RenamePoolButton", "RenameSysexButton",
+                                 "KeepALLPoolButton", "KeepALLSysexButton"})
+            QVERIFY2(dialog->findChild<QPushButton*>(name)->isEnabled(), name);
+        QVERIFY(!dialog->findChild<QPushButton*>("CompareButton")->isEnabled());
+        dialog->findChild<QLineEdit*>("NewNameText")->setText("Other Name");
+        dialog->findChild<QPushButton*>("RenameSysexButton")->click();
+        seen = true;
+    });
+    const ChoiceAnswer answer = prompter.choose(MemImageOrPoolChoiceRequest("How would you like...", ""));
+    QVERIFY(seen);
+    QCOMPARE(answer.button, static_cast<int>(ClashButton::RenameSysex));
+    QCOMPARE(answer.fields.at(0), std::string("Other Name"));
+}
+
+void PoolFormTest::saveAndLoadASysexFile() {
+    store("On Disk", 0);
+    form->reload();
+    widget<QListWidget>("PoolList")->setCurrentRow(lines().indexOf("On Disk"));
+    const std::string path = t->dir.file("disk.syx");
+    t->prompter.expectSaveFile("Save Preset to Sysex or Tavlo Format File", path);
+    widget<QPushButton>("SavePresetSysexButton")->click();
+    QVERIFY(QFileInfo::exists(QString::fromStdString(path)));
+
+    widget<QListWidget>("PoolList")->setCurrentRow(lines().indexOf("On Disk"));
+    t->prompter.expectMessage("About to Delete Preset", MessageAnswer::Yes);
+    widget<QPushButton>("DeleteButton")->click();
+    QVERIFY(!lines().contains("On Disk"));
+
+    t->prompter.expectOpenFile("Get Preset from File (Tavlo Format or Sysex File)", path);
+    widget<QPushButton>("LoadPresetSysexButton")->click();
+    QVERIFY(lines().contains("On Disk"));
+    QVERIFY(t->prompter.done());
+}
+
+QTEST_MAIN(PoolFormTest)
+#include "PoolForm_test.moc"

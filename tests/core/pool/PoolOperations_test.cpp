@@ -1,0 +1,250 @@
+// The pool window's list, details and operations: delete with its cascade,
+// duplicate, rename and edit.
+#include "PoolFixture.h"
+#include "memimage/MemImageState.h"
+#include "pool/PoolList.h"
+#include "pool/PoolOperations.h"
+
+namespace tavlo::testing {
+namespace {
+
+class Pool : public PoolFixture {
+protected:
+    std::vector<std::string> lines() {
+        std::vector<std::string> out;
+        for (const auto& line : s.poolForm.PoolList.lines()) out.push_back(line.text);
+        return out;
+    }
+    void selectName(const std::string& name) {
+        s.poolForm.OrderOption = PoolOrder::ByName;
+        ReloadPoolList(s);
+        const int line = s.poolForm.PoolList.findText(name);
+        ASSERT_GE(line, 0) << name;
+        SelectPoolLine(s, line);
+    }
+    void associate(std::int64_t id, const std::string& make, const std::string& model) {
+        db().prepare("INSERT INTO MakeModelAssocRec (PresetREF, Make, Model) VALUES (:ID, :Make, :Model)")
+            .bind(":ID", id)
+            .bind(":Make", make)
+            .bind(":Model", model)
+            .run();
+    }
+};
+
+TEST_F(Pool, BothOrders) {
+    const std::int64_t b = storeNew("bravo");
+    const std::int64_t a = storeNew("Alpha");
+    storeNew("Ch'arlie");
+    associate(b, "Roland", "JV-1080");
+    associate(a, "Roland", "JV-1080");
+    associate(a, "Korg", "M1");
+
+    s.poolForm.OrderOption = PoolOrder::ByName;
+    ReloadPoolList(s);
+    EXPECT_EQ(lines(), (std::vector<std::string>{"--Initialized--", "Alpha", "bravo", "Ch'arlie"}));
+
+    s.poolForm.OrderOption = PoolOrder::ByDevice;
+    ReloadPoolList(s);
+    const std::string pad(10, ' ');
+    EXPECT_EQ(lines(), (std::vector<std::string>{"> UNASSOCIATED ", pad + "--Initialized--", pad + "Ch'arlie",
+                                                 "> Korg M1", pad + "Alpha", "> Roland JV-1080", pad + "Alpha",
+                                                 pad + "bravo"}));
+    EXPECT_TRUE(IsPoolHeaderLine(s, 0));
+    EXPECT_FALSE(IsPoolHeaderLine(s, 1));
+    EXPECT_EQ(s.poolForm.PoolList.itemData(4), a);
+}
+
+TEST_F(Pool, ReloadKeepsTheSelectedPreset) {
+    storeNew("One");
+    const std::int64_t two = storeNew("Two");
+    selectName("Two");
+    storeNew("Aardvark");  // a store reloads the list
+    const ListState& list = s.poolForm.PoolList;
+    ASSERT_GE(list.listIndex(), 0);
+    EXPECT_EQ(list.itemData(list.listIndex()), two);
+}
+
+TEST_F(Pool, DetailsOfTheSelectedPreset) {
+    const std::int64_t id = storeNew("Detailed", 3);
+    db().prepare("UPDATE PresetRec SET Notes = :Notes, CreatedDate = '2019-07-04 10:00:00', "
+                 "UpdatedDate = '2020-12-31 23:59:00' WHERE ID = :ID")
+        .bind(":Notes", "It\x98s fine")
+        .bind(":ID", id)
+        .run();
+    db().prepare("UPDATE FaderRec SET Function = 1, Name = 'Vol' WHERE PresetREF = :ID AND \"Index\" = 0")
+        .bind(":ID", id)
+        .run();
+    db().prepare("UPDATE SceneRec SET Name = 'Zulu' WHERE PresetREF = :ID AND Name = 'Scene 1'").bind(":ID", id).run();
+    associate(id, "Korg", "M1");
+    db().exec("INSERT INTO MemoryImageRec (ImageName, CreatedDate, EditedDate) VALUES ('Gig', '', '')");
+    db().prepare("INSERT INTO MemoryImage2PresetMapRec (MemoryImageREF, PresetREF, \"Index\") "
+                 "VALUES ((SELECT ID FROM MemoryImageRec WHERE ImageName = 'Gig'), :ID, 4)")
+        .bind(":ID", id)
+        .run();
+    selectName("Detailed");
+    const PoolFormState& f = s.poolForm;
+    EXPECT_EQ(f.NotesText, "It's fine");
+    EXPECT_EQ(f.CreatedDateText, "07/04/2019");
+    EXPECT_EQ(f.UpdatedDateText, "12/31/2020");
+    EXPECT_EQ(f.MemLabel, "Memory Used: 8");
+    ASSERT_EQ(f.SceneList.listCount(), 3);
+    EXPECT_EQ(f.SceneList.list(0), "Scene 2");
+    EXPECT_EQ(f.SceneList.list(2), "Zulu");
+    ASSERT_EQ(f.AssociatedDeviceList.listCount(), 1);
+    EXPECT_EQ(f.AssociatedDeviceList.list(0), "Korg:M1");
+    ASSERT_EQ(f.MIsUsingList.listCount(), 1);
+    EXPECT_EQ(f.MIsUsingList.list(0), "Gig");
+
+    selectName("--Initialized--");
+    EXPECT_EQ(s.poolForm.MemLabel, "Fixed System Preset");
+    EXPECT_EQ(s.poolForm.MIsUsingList.listCount(), 50);
+}
+
+TEST_F(Pool, DeleteCascades) {
+    const std::int64_t victim = storeNew("Victim", 2);
+    const std::int64_t user = storeNew("User");
+    sendScene(user, 5, "Scene 1", victim);
+    db().prepare("UPDATE PresetRec SET SetupScene = 'Scene 2', SetupScenePreset = :V WHERE ID = :U")
+        .bind(":V", victim)
+        .bind(":U", user)
+        .run();
+    db().prepare("INSERT INTO MessageStringRec (MapType, MapREF, \"Index\") SELECT 'F', ID, 0 FROM FaderRec "
+                 "WHERE PresetREF = :ID")
+        .bind(":ID", victim)
+        .run();
+    db().prepare("INSERT INTO MessageStringRec (MapType, MapREF, \"Index\") VALUES ('P', :ID, 0)").bind(":ID", victim).run();
+    associate(victim, "Korg", "M1");
+    db().prepare("UPDATE MemoryImage2PresetMapRec SET PresetREF = :ID WHERE \"Index\" = 3").bind(":ID", victim).run();
+    for (int slot = 0; slot < 50; ++slot)
+        s.memImage.PresetList.addItem(TwoDigits(slot) + ":  x", slot == 9 ? victim : 1);
+
+    selectName("Victim");
+    prompter.expectMessage("About to Delete Preset",
+                           "This will delete the Preset 'Victim' and all attached Scenes and MIDI Messages.  All "
+                           "Memory Images which reference this Preset will now point to the '--Initialized--' "
+                           "Preset.  Are you sure?",
+                           MessageAnswer::No);
+    DeleteButton(s);
+    EXPECT_EQ(intOf("SELECT COUNT(*) FROM PresetRec WHERE ID = :ID", victim), 1);
+
+    prompter.expectMessage("About to Delete Preset", MessageAnswer::Yes);
+    DeleteButton(s);
+    for (const char* table : {"FaderRec", "ButtonRec", "SceneRec", "MakeModelAssocRec"})
+        EXPECT_EQ(intOf(std::string("SELECT COUNT(*) FROM ") + table + " WHERE PresetREF = :ID", victim), 0) << table;
+    EXPECT_EQ(intOf("SELECT COUNT(*) FROM PresetRec WHERE ID = :ID", victim), 0);
+    EXPECT_EQ(count("SELECT COUNT(*) FROM MessageStringRec"), 0);
+    EXPECT_EQ(intOf("SELECT Function FROM ButtonRec WHERE PresetREF = :ID AND \"Index\" = 5", user), 0);
+    EXPECT_EQ(intOf("SELECT ScenePreset FROM ButtonRec WHERE PresetREF = :ID AND \"Index\" = 5", user), -1);
+    EXPECT_EQ(textOf("SELECT SetupScene FROM PresetRec WHERE ID = :ID", user), "<none>");
+    EXPECT_EQ(intOf("SELECT PresetREF FROM MemoryImage2PresetMapRec WHERE \"Index\" = :ID", 3),
+              s.pool.InitializedPresetID());
+    EXPECT_EQ(s.memImage.PresetList.list(9), "09:  --Initialized--");
+    EXPECT_EQ(s.poolForm.PoolList.findText("Victim"), -1);
+}
+
+TEST_F(Pool, InitializedCannotBeDeletedOrRenamed) {
+    selectName("--Initialized--");
+    prompter.expectMessage("Cannot Delete", "You cannot delete the --Initialized-- Preset.  It is kept for system use.",
+                           MessageAnswer::OK)
+        .expectMessage("Cannot Update --Initialized-- Preset", MessageAnswer::OK);
+    DeleteButton(s);
+    RenameButton(s);
+    EXPECT_TRUE(prompter.done());
+    EXPECT_GT(s.pool.InitializedPresetID(), 0);
+}
+
+TEST_F(Pool, RenameKeepsReferences) {
+    const std::int64_t target = storeNew("Target", 1);
+    const std::int64_t user = storeNew("User");
+    sendScene(user, 0, "Scene 1", target);
+    storeNew("Other");
+    selectName("Target");
+
+    struct Case {
+        std::optional<std::string> typed;
+        const char* refusal;  // title of the refusal, or nullptr
+        std::string nameAfter;
+    };
+    const Case cases[] = {
+        {std::nullopt, nullptr, "Target"},
+        {std::string("   "), nullptr, "Target"},
+        {std::string("Seventeen chars!!"), "Cannot Rename Preset", "Target"},
+        {std::string("other"), "Cannot Rename", "Target"},
+        {std::string("TARGET"), nullptr, "TARGET"},
+        {std::string("Jo's | \"Mark\""), nullptr, "Jo\x98s \x96 \x97Mark\x97"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.typed.value_or("<cancel>"));
+        const std::string shown = s.poolForm.PoolList.list(s.poolForm.PoolList.listIndex());
+        prompter.expectInput("Rename Preset", c.typed);
+        if (c.refusal) prompter.expectMessage(c.refusal, MessageAnswer::OK);
+        RenameButton(s);
+        EXPECT_TRUE(prompter.done());
+        EXPECT_EQ(prompter.seen()[prompter.seen().size() - (c.refusal ? 2 : 1)].text,
+                  "Enter the new name for the Preset '" + shown + "' (leave blank to cancel).");
+        EXPECT_EQ(textOf("SELECT Name FROM PresetRec WHERE ID = :ID", target), c.nameAfter);
+    }
+    EXPECT_EQ(prompter.seen()[3].text, "A Preset's Name can only be a maximum of 16 characters long");
+    EXPECT_EQ(prompter.seen()[5].text, "That name 'other' is already in use in the database.");
+    EXPECT_EQ(intOf("SELECT ScenePreset FROM ButtonRec WHERE PresetREF = :ID AND \"Index\" = 0", user), target);
+    EXPECT_EQ(s.poolForm.PoolList.itemData(s.poolForm.PoolList.listIndex()), target);
+}
+
+TEST_F(Pool, DuplicateCopiesEveryCompanionRow) {
+    newPreset("Source", 4);
+    s.editor.preset.FaderStrings[2].Count = 2;
+    s.editor.preset.ButtonStrings2[1].Count = 1;
+    s.editor.preset.SetupStrings.Count = 3;
+    s.editor.AssociatedList.addItem("Korg: M1");
+    StoreInPoolButton(s);
+    const std::int64_t source = s.editor.preset.ID;
+    selectName("Source");
+
+    prompter.expectInput("Duplicate Preset", std::string("Source Copy Long!"))
+        .expectMessage("Cannot Duplicate Preset", "A Preset's Name can only be a maximum of 16 characters long",
+                       MessageAnswer::OK)
+        .expectInput("Duplicate Preset", std::string("source"))
+        .expectMessage("Cannot Duplicate", "That name is already taken.  Please enter another.", MessageAnswer::OK)
+        .expectInput("Duplicate Preset", std::nullopt)
+        .expectInput("Duplicate Preset", std::string("Source 2"));
+    for (int i = 0; i < 4; ++i) DuplicateButton(s);
+    EXPECT_TRUE(prompter.done());
+    EXPECT_EQ(prompter.seen()[0].text, "Enter the Name of the new Preset copy.");
+    const std::int64_t copy = idOf("Source 2");
+    ASSERT_GT(copy, 0);
+    for (const char* table : {"FaderRec", "ButtonRec", "SceneRec", "MakeModelAssocRec"})
+        EXPECT_EQ(intOf(std::string("SELECT COUNT(*) FROM ") + table + " WHERE PresetREF = :ID", copy),
+                  intOf(std::string("SELECT COUNT(*) FROM ") + table + " WHERE PresetREF = :ID", source))
+            << table;
+    EXPECT_EQ(count("SELECT COUNT(*) FROM MessageStringRec WHERE MapType = 'F'"), 4);
+    EXPECT_EQ(count("SELECT COUNT(*) FROM MessageStringRec WHERE MapType = 'B'"), 2);
+    EXPECT_EQ(count("SELECT COUNT(*) FROM MessageStringRec WHERE MapType = 'P'"), 6);
+    EXPECT_EQ(s.editor.preset.ID, copy);
+}
+
+TEST_F(Pool, EditLoadsUnboundUnlessBusy) {
+    const std::int64_t id = storeNew("Editable", 1);
+    InitPresetWithoutQuestions(s);
+    selectName("Editable");
+    s.flags.TransferBusy = true;
+    prompter.expectMessage("Cannot Edit Preset",
+                           "The PC1600(x) Edit Window is busy with another operation.  Please try again later.",
+                           MessageAnswer::OK);
+    EditButton(s);
+    EXPECT_EQ(s.editor.preset.Name, "");
+    s.flags.TransferBusy = false;
+    s.flags.MemoryImageBound = true;
+    EditButton(s);
+    EXPECT_FALSE(s.flags.MemoryImageBound);
+    EXPECT_EQ(s.editor.preset.ID, id);
+    EXPECT_EQ(s.editor.Caption, "Edit Preset from Pool");
+    EXPECT_TRUE(s.editor.Visible);
+
+    InitPresetWithoutQuestions(s);
+    selectName("--Initialized--");
+    EditButton(s);
+    EXPECT_EQ(s.editor.preset.ID, 0) << "the system preset isn't edited";
+}
+
+}  // namespace
+}  // namespace tavlo::testing

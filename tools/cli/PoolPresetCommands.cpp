@@ -1,0 +1,230 @@
+// tavlo-cli pool list / rename / duplicate / delete: the presets of the pool,
+// through the same flows as the pool window, with the questions answered
+// from the options.
+#include <iostream>
+#include <memory>
+
+#include "CliCommand.h"
+#include "CliPrompter.h"
+#include "PoolPresetSession.h"
+#include "midistrings/MSBModule.h"
+#include "midistrings/Windows1252.h"
+#include "pool/PoolList.h"
+#include "pool/PoolOperations.h"
+#include "PresetJson.h"
+#include "pool/MemImageOrPoolChoiceForm.h"
+#include "pool/PresetLoad.h"
+#include "pool/PresetSysexFile.h"
+#include "pool/PresetSysexImport.h"
+
+namespace tavlo::cli {
+
+PoolPresetSession::PoolPresetSession(std::ostream& err) : prompter(err) {}
+
+bool PoolPresetSession::open(const CliArgs& args, std::ostream& err) {
+    const PoolOpenResult result = pool.open(args.poolPath());
+    if (!result.ok()) {
+        const PoolMessage message = PoolOpenMessage(result, args.poolPath());
+        err << message.title << ": " << message.text << "\n";
+        return false;
+    }
+    session = std::make_unique<Session>(pool, prompter, status, pump, clock);
+    session->flags.ProgramInit = false;
+    return true;
+}
+
+std::int64_t PoolPresetSession::presetId(const std::string& typedName) {
+    Statement find = pool.db().prepare("SELECT ID FROM PresetRec WHERE Name = :Name");
+    find.bind(":Name", MSBModule::SafeDBString(MSBModule::Trim(Utf8ToWindows1252(typedName))));
+    return find.step() ? find.getInt(0) : -1;
+}
+
+bool PoolPresetSession::selectPreset(const std::string& typedName, std::ostream& err) {
+    const std::int64_t id = presetId(typedName);
+    if (id < 0) {
+        err << "tavlo-cli: no preset named '" << typedName << "' in the pool\n";
+        return false;
+    }
+    session->poolForm.OrderOption = PoolOrder::ByName;
+    ReloadPoolList(*session);
+    const int line = session->poolForm.PoolList.findItemData(id);
+    SelectPoolLine(*session, line);
+    session->poolForm.PoolList.setSelected(line, true);
+    return true;
+}
+
+int PoolPresetSession::finish(std::ostream& err, int okStatus) {
+    (void)err;
+    return prompter.refused() ? kExitFailed : okStatus;
+}
+
+namespace {
+
+int poolList(const CliArgs& args, std::ostream& out, std::ostream& err) {
+    const std::string order = args.option("--order").value_or("name");
+    if (order != "name" && order != "device") {
+        err << "tavlo-cli: --order takes name or device\n";
+        return kExitUsage;
+    }
+    PoolPresetSession cli(err);
+    if (!cli.open(args, err)) return kExitFailed;
+    cli.session->poolForm.OrderOption = order == "name" ? PoolOrder::ByName : PoolOrder::ByDevice;
+    ReloadPoolList(*cli.session);
+    for (const auto& line : cli.session->poolForm.PoolList.lines()) out << Windows1252ToUtf8(line.text) << "\n";
+    return kExitOk;
+}
+
+// Runs a pool flow; an unanswered question ends it with nothing changed.
+template <typename Flow>
+int runFlow(PoolPresetSession& cli, std::ostream& err, Flow flow) {
+    try {
+        flow();
+    } catch (const UnansweredQuestion& question) {
+        err << "tavlo-cli: " << question.what() << "\n";
+        return kExitUsage;
+    }
+    return cli.finish(err, kExitOk);
+}
+
+int poolRename(const CliArgs& args, std::ostream& out, std::ostream& err) {
+    if (args.positional().size() != 2) return kExitUsage;
+    PoolPresetSession cli(err);
+    if (!cli.open(args, err) || !cli.selectPreset(args.positional()[0], err)) return kExitBadInput;
+    const std::string newName = Utf8ToWindows1252(args.positional()[1]);
+    cli.prompter.answerInput("Rename Preset", newName);
+    const int status = runFlow(cli, err, [&] { RenameButton(*cli.session); });
+    if (status == kExitOk) out << "renamed: " << args.positional()[0] << " -> " << args.positional()[1] << "\n";
+    return status;
+}
+
+int poolDuplicate(const CliArgs& args, std::ostream& out, std::ostream& err) {
+    if (args.positional().size() != 2) return kExitUsage;
+    PoolPresetSession cli(err);
+    if (!cli.open(args, err) || !cli.selectPreset(args.positional()[0], err)) return kExitBadInput;
+    cli.prompter.answerInput("Duplicate Preset", Utf8ToWindows1252(args.positional()[1]));
+    const int status = runFlow(cli, err, [&] { DuplicateButton(*cli.session); });
+    if (status == kExitOk) out << "duplicated: " << args.positional()[0] << " -> " << args.positional()[1] << "\n";
+    return status;
+}
+
+int poolDelete(const CliArgs& args, std::ostream& out, std::ostream& err) {
+    if (args.positional().size() != 1) return kExitUsage;
+    PoolPresetSession cli(err);
+    if (!cli.open(args, err) || !cli.selectPreset(args.positional()[0], err)) return kExitBadInput;
+    if (args.flag("--yes")) cli.prompter.answerMessage("About to Delete Preset", MessageAnswer::Yes);
+    const int status = runFlow(cli, err, [&] { DeleteButton(*cli.session); });
+    if (status == kExitOk) out << "deleted: " << args.positional()[0] << "\n";
+    return status;
+}
+
+int poolExport(const CliArgs& args, std::ostream& out, std::ostream& err) {
+    const std::optional<std::string> file = args.option("-o");
+    if (args.positional().size() != 1 || !file) {
+        err << "usage: tavlo-cli pool export NAME -o FILE.syx\n";
+        return kExitUsage;
+    }
+    PoolPresetSession cli(err);
+    if (!cli.open(args, err) || !cli.selectPreset(args.positional()[0], err)) return kExitBadInput;
+    cli.prompter.answerFile(*file);
+    const int status = runFlow(cli, err, [&] { SavePresetSysexButton(*cli.session); });
+    if (status == kExitOk) out << "exported: " << args.positional()[0] << " -> " << *file << "\n";
+    return status;
+}
+
+int poolShow(const CliArgs& args, std::ostream& out, std::ostream& err) {
+    if (args.positional().size() != 1) {
+        err << "usage: tavlo-cli pool show NAME\n";
+        return kExitUsage;
+    }
+    PoolPresetSession cli(err);
+    if (!cli.open(args, err)) return kExitFailed;
+    const std::int64_t id = cli.presetId(args.positional()[0]);
+    if (id < 0) {
+        err << "tavlo-cli: no preset named '" << args.positional()[0] << "' in the pool\n";
+        return kExitBadInput;
+    }
+    if (!LoadPC1600xFormFromPool(*cli.session, id)) return kExitFailed;
+    out << PresetToJson(cli.session->editor.preset).dump(2) << "\n";
+    return kExitOk;
+}
+
+// --on-clash keep|overwrite|rename-pool:NEW|rename-new:NEW: the button of
+// the clash dialogue, and the name typed beside it.
+bool clashAnswer(const std::string& option, ChoiceAnswer& answer) {
+    auto named = [&](const std::string& prefix, ClashButton button) {
+        if (option.rfind(prefix, 0) != 0) return false;
+        answer.button = static_cast<int>(button);
+        answer.fields = {Utf8ToWindows1252(option.substr(prefix.size()))};
+        return true;
+    };
+    if (option == "keep") {
+        answer.button = static_cast<int>(ClashButton::KeepPool);
+        return true;
+    }
+    if (option == "overwrite") {
+        answer.button = static_cast<int>(ClashButton::UseDownloaded);
+        return true;
+    }
+    return named("rename-pool:", ClashButton::RenamePool) || named("rename-new:", ClashButton::RenameSysex);
+}
+
+int poolImport(const CliArgs& args, std::ostream& out, std::ostream& err) {
+    if (args.positional().size() != 1) {
+        err << "usage: tavlo-cli pool import FILE.syx [--on-clash keep|overwrite|rename-pool:NEW|rename-new:NEW] "
+               "[--scene-refs move|remove|keep] [--blank-name NAME]\n";
+        return kExitUsage;
+    }
+    PoolPresetSession cli(err);
+    if (!cli.open(args, err)) return kExitFailed;
+    if (const auto clash = args.option("--on-clash")) {
+        ChoiceAnswer answer;
+        if (!clashAnswer(*clash, answer)) {
+            err << "tavlo-cli: --on-clash takes keep, overwrite, rename-pool:NEW or rename-new:NEW\n";
+            return kExitUsage;
+        }
+        cli.prompter.answerChoice("MemImageOrPoolChoiceForm", answer);
+    }
+    if (const auto refs = args.option("--scene-refs")) {
+        const MessageAnswer answer = *refs == "move"     ? MessageAnswer::Yes
+                                     : *refs == "remove" ? MessageAnswer::No
+                                     : *refs == "keep"   ? MessageAnswer::Cancel
+                                                         : MessageAnswer::OK;
+        if (answer == MessageAnswer::OK) {
+            err << "tavlo-cli: --scene-refs takes move, remove or keep\n";
+            return kExitUsage;
+        }
+        cli.prompter.answerMessage("Resolve Scene References", answer);
+    }
+    if (const auto blank = args.option("--blank-name"))
+        cli.prompter.answerInput("Enter New Preset Name", Utf8ToWindows1252(*blank));
+    bool read = false;
+    try {
+        read = ImportPresetSysexFile(*cli.session, args.positional()[0]);
+    } catch (const UnansweredQuestion& question) {
+        err << "tavlo-cli: " << question.what() << "\n";
+        return kExitUsage;
+    }
+    if (!read) return kExitBadInput;
+    // The model's notices about dropped functions are no refusal of the store.
+    for (const std::string& title : cli.prompter.shown())
+        if (title != "Incompatibility to PC1600" && title != "PC1600 Incompatibility") return kExitFailed;
+    const EditorState& editor = cli.session->editor;
+    out << (editor.PresetKeptInPool ? "kept the pool's preset: " : "stored: ")
+        << Windows1252ToUtf8(MSBModule::Trim(editor.preset.Name)) << "\n";
+    return kExitOk;
+}
+
+const CommandRegistrar show{{"pool show", "pool show NAME   a stored preset as JSON", {}, poolShow}};
+const CommandRegistrar importer{{"pool import",
+                                 "pool import FILE.syx [--on-clash keep|overwrite|rename-pool:NEW|rename-new:NEW] "
+                                 "[--scene-refs move|remove|keep] [--blank-name NAME]   store a preset dump in the pool",
+                                 {"--on-clash", "--scene-refs", "--blank-name"},
+                                 poolImport}};
+const CommandRegistrar exporter{{"pool export", "pool export NAME -o FILE.syx   write a preset as a sysex file", {}, poolExport}};
+const CommandRegistrar list{{"pool list", "pool list [--order name|device]   the presets of the pool", {"--order"}, poolList}};
+const CommandRegistrar rename{{"pool rename", "pool rename OLD NEW   rename a preset", {}, poolRename}};
+const CommandRegistrar duplicate{{"pool duplicate", "pool duplicate NAME NEW   copy a preset under a new name", {}, poolDuplicate}};
+const CommandRegistrar remove{{"pool delete", "pool delete NAME --yes   delete a preset with its scenes and strings", {}, poolDelete}};
+
+}  // namespace
+}  // namespace tavlo::cli

@@ -1,0 +1,35 @@
+#pragma once
+#include <iosfwd>
+#include <memory>
+#include <string>
+
+#include "CliCommand.h"
+#include "CliPrompter.h"
+#include "pool/PoolDatabase.h"
+#include "shell/Session.h"
+#include "ui/SteadyClock.h"
+#include "ui/StreamPrompter.h"
+
+namespace tavlo::cli {
+
+// A session for one preset command: the pool of --pool, the command-line
+// prompter, and no windows.
+struct PoolPresetSession {
+    explicit PoolPresetSession(std::ostream& err);
+    bool open(const CliArgs& args, std::ostream& err);
+    // The ID of a preset by the name as typed, or -1.
+    std::int64_t presetId(const std::string& typedName);
+    // Makes the preset the selected line of the pool list, as a click would.
+    bool selectPreset(const std::string& typedName, std::ostream& err);
+    // The exit status: a refusal shown to the user is a failure.
+    int finish(std::ostream& err, int okStatus);
+
+    PoolDatabase pool;
+    CliPrompter prompter;
+    SilentStatusView status;
+    SleepingPump pump;
+    SteadyClock clock;
+    std::unique_ptr<Session> session;
+};
+
+}  // namespace tavlo::cli
