@@ -419,7 +419,7 @@ void PC1600XForm::refresh() {
     // A flow of core (the pool's Edit button) asks for the window.
     if (editor_.Visible && !frame()->isVisible()) {
         frame()->show();
-        frame()->raise();
+        if (frame() != this) frame()->raise();
     }
     if (editor_.FocusPresetNameText) {
         editor_.FocusPresetNameText = false;
@@ -744,7 +744,7 @@ QWidget* PC1600XForm::frame() {
 void PC1600XForm::showWindow() {
     editor_.Visible = true;
     frame()->show();
-    frame()->raise();
+    if (frame() != this) frame()->raise();
     refresh();
 }
 
