@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "editor/EditorSelection.h"
+#include "editor/Scenes.h"
 #include "midistrings/MSBModule.h"
 #include "preset/PresetCodes.h"
 #include "shell/Session.h"
@@ -67,6 +68,24 @@ bool PasteControl(Session& session, bool fromDrag) {
         // The paste lands on the kind the clipboard holds.
         const int target = editor.CurrentButton;
         ButtonDef& button = preset.Buttons[target];
+        if (clip.Button.Function == PresetCodes::kButtonSendScene && MemoryImageOpen(session) &&
+            session.memImage.PresetList.findItemData(clip.Button.ScenePreset) < 0) {
+            // A Send Scene button only works with its scene's preset in the image.
+            std::string presetName;
+            try {
+                Statement query = session.pool.db().prepare("SELECT Name FROM PresetRec WHERE ID = :ID");
+                query.bind(":ID", static_cast<std::int64_t>(clip.Button.ScenePreset));
+                if (query.step()) presetName = MSBModule::DisplayDBString(query.getText("Name"));
+            } catch (const DatabaseError&) {
+            }
+            session.prompter.message(
+                "Cannot Paste SENDSCENE Button",
+                "The Button you're pasting is defined as a SEND SCENE Button, sending the Scene '" + clip.Button.Scene +
+                    "' on the Preset named '" + presetName +
+                    "', which isn't in the current Memory Image.  Please add that Preset to the current MI before "
+                    "pasting this Button function.");
+            return false;
+        }
         if (button.Function > 0 && !fromDrag) {
             const std::string question = "About to overwrite the configuration of Button #" +
                                          std::to_string(target + 1) + " (" + button.Name +

@@ -53,6 +53,10 @@ void onBoth(EditorState& editor, F change) {
 
 }  // namespace
 
+bool MemoryImageOpen(Session& session) {
+    return session.storeFollowUps.MemImageFormOpen && session.storeFollowUps.MemImageFormOpen();
+}
+
 void RefillSceneLists(EditorState& editor) {
     const std::string selected = editor.SelectSceneCombo.text();
     editor.SelectSceneCombo.clear();
@@ -88,7 +92,7 @@ bool MakeScene(Session& session) {
         return false;
     }
     const std::string prompt =
-        session.flags.MemoryImageBound
+        MemoryImageOpen(session)
             ? "Enter a short name for this Scene.  NOTE that Scene info is not sent to the PC1600(x) unless you're "
               "working with an entire Memory Image, as Scene information is bound to the stored presets.  Presets "
               "you make in this mode will be stored in the database however, for inclusion in a Memory Image later:"
@@ -262,6 +266,7 @@ bool DeleteScene(Session& session) {
                 b.ScenePreset = -1;
             }
     });
+    if (MemoryImageOpen(session) && session.storeFollowUps.FillSceneList) session.storeFollowUps.FillSceneList();
     editor.SelectSceneCombo.removeItem(selected);
     for (ListState* list : {&editor.BSceneCombo, &editor.SelectPresetSceneCombo}) {
         const int line = list->findText(name);

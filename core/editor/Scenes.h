@@ -13,6 +13,9 @@ class Database;
 // positions, kept in SceneRec and referred to by Send Scene buttons and
 // setup scenes of any preset in the pool as a pair of name and owner ID.
 
+// True while the memory image window is open.
+bool MemoryImageOpen(Session& session);
+
 // Rebuilds SelectSceneCombo, BSceneCombo and SelectPresetSceneCombo from the
 // preset's scenes; lines of other presets' scenes and the selections stay.
 void RefillSceneLists(EditorState& editor);

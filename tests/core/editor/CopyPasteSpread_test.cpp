@@ -4,6 +4,7 @@
 
 #include "TestSession.h"
 #include "editor/EditorSelection.h"
+#include "pool/Database.h"
 
 namespace tavlo {
 namespace {
@@ -66,6 +67,38 @@ TEST_F(CopyPasteTest, OverwritingAControlWithAFunctionAsks) {
     ASSERT_TRUE(PasteControl(*t, true));
     EXPECT_EQ(preset().Buttons[4].Name, "Play");
     EXPECT_EQ(editor().PCButton[4], "Play (pc)");
+    EXPECT_TRUE(t.prompter.done());
+}
+
+TEST_F(CopyPasteTest, SendSceneButtonNeedsItsPresetInTheOpenImage) {
+    Database& db = t.pool.db();
+    db.exec("INSERT INTO PresetRec (Name, CreatedDate, UpdatedDate, SetupChannelMap) VALUES ('Far', 'x', 'x', X'')");
+    const auto far = static_cast<std::int32_t>(db.lastInsertId());
+    ClickButton(editor(), 0);
+    preset().Buttons[0].Function = 9;
+    preset().Buttons[0].Scene = "Calm";
+    preset().Buttons[0].ScenePreset = far;
+    CopyControl(editor());
+    ClickButton(editor(), 1);
+
+    bool imageOpen = true;
+    t->storeFollowUps.MemImageFormOpen = [&] { return imageOpen; };
+    t.prompter.expectMessage("Cannot Paste SENDSCENE Button",
+                             "The Button you're pasting is defined as a SEND SCENE Button, sending the Scene 'Calm' on "
+                             "the Preset named 'Far', which isn't in the current Memory Image.  Please add that Preset "
+                             "to the current MI before pasting this Button function.",
+                             MessageAnswer::OK);
+    EXPECT_FALSE(PasteControl(*t, false));
+    EXPECT_EQ(preset().Buttons[1].Function, 0);
+
+    t->memImage.PresetList.addItem("00:  Far", far);
+    EXPECT_TRUE(PasteControl(*t, false));
+    EXPECT_EQ(preset().Buttons[1].Scene, "Calm");
+    EXPECT_GE(editor().BSceneCombo.findText("Calm  - from Far"), 0);
+    imageOpen = false;
+    ClickButton(editor(), 2);
+    t->memImage.PresetList.clear();
+    EXPECT_TRUE(PasteControl(*t, false)) << "without an open image there is nothing to check";
     EXPECT_TRUE(t.prompter.done());
 }
 

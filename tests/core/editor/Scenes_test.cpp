@@ -174,6 +174,20 @@ TEST_F(ScenesTest, DeleteTurnsOffSendSceneButtonsEverywhere) {
     EXPECT_EQ(editor().BSceneCombo.findText("Gone"), -1);
 }
 
+TEST_F(ScenesTest, AnOpenImageGetsTheLongerPromptAndItsSceneListRefilled) {
+    int refills = 0;
+    t->storeFollowUps.MemImageFormOpen = [] { return true; };
+    t->storeFollowUps.FillSceneList = [&] { ++refills; };
+    t.prompter.expectInput("Make a New Scene", std::string("Bridge"));
+    ASSERT_TRUE(MakeScene(*t));
+    ASSERT_FALSE(t.prompter.seen().empty());
+    EXPECT_NE(t.prompter.seen().back().text.find("NOTE that Scene info is not sent to the PC1600(x)"), std::string::npos);
+    editor().SelectSceneCombo.setListIndex(0);
+    t.prompter.expectMessage("Delete Scene?", MessageAnswer::Yes);
+    ASSERT_TRUE(DeleteScene(*t));
+    EXPECT_EQ(refills, 1);
+}
+
 TEST_F(ScenesTest, DeleteRefusedOnAChangedPreset) {
     ASSERT_TRUE(make("X"));
     editor().SelectSceneCombo.setListIndex(0);
