@@ -216,6 +216,10 @@ void PresetRoundTripTest::buildStoreAndReload() {
     QCOMPARE(w<QLineEdit>("BNameText")->text(), QString("Piano"));
     QCOMPARE(w<QLineEdit>("BProgChangeText")->text(), QString("012"));
     QVERIFY(t->prompter.done());
+    if (const QByteArray dir = qgetenv("TAVLO_GRAB_DIR"); !dir.isEmpty()) {
+        QTest::mouseClick(w<QSlider>("PCSlider_5"), Qt::LeftButton);
+        form->grab().save(QString(dir) + "/roundtrip.png");
+    }
 }
 
 QTEST_MAIN(PresetRoundTripTest)
