@@ -4,7 +4,7 @@
 #include <cstdio>
 
 #include "editor/PresetOperations.h"
-#include "editor/PristineHook.h"
+#include "preset/PristinePreset.h"
 #include "midistrings/MSBModule.h"
 #include "pool/PresetStore.h"
 #include "shell/Session.h"
@@ -96,13 +96,13 @@ void InitializePreset(Session& session) {
     editor.AssociatedList.clear();
     editor.CurrentButton = 0;
     SelectFader(editor, 0);
-    PoolFlowUpdateINITData(editor);
+    UpdateINITData(editor);
     editor.notifyChanged();
 }
 
 bool InitPresetButton(Session& session) {
     EditorState& editor = session.editor;
-    if (session.flags.ProgramInit && PoolFlowINITDataChanged(editor) &&
+    if (session.flags.ProgramInit && INITDataChanged(editor) &&
         MSBModule::Trim(editor.preset.Name) != kInitializedName) {
         const MessageAnswer answer = session.prompter.message(
             "Store Preset in Pool?", "Do you want to store this Preset in the Preset Pool?", MessageButtons::YesNoCancel);

@@ -2,7 +2,7 @@
 
 #include "editor/InitPreset.h"
 #include "editor/PresetOperations.h"
-#include "editor/PristineHook.h"
+#include "preset/PristinePreset.h"
 #include "midistrings/MSBModule.h"
 #include "preset/PresetCodes.h"
 #include "shell/Session.h"
@@ -260,7 +260,7 @@ bool LoadPC1600xFormFromPool(Session& session, std::int64_t id) {
 
     SelectFader(editor, 0);
     editor.PristineComparison = true;
-    PoolFlowUpdateINITData(editor);
+    UpdateINITData(editor);
     editor.notifyChanged();
     return true;
 }

@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "editor/PristineHook.h"
+#include "preset/PristinePreset.h"
 #include "memimage/MemImageState.h"
 #include "midistrings/MSBModule.h"
 #include "pool/MemImageOrPoolChoiceForm.h"
@@ -403,7 +403,7 @@ void StoreInPoolButton(Session& session) {
         rewriteCompanions(session, id, keepOldScenes);
         transaction.commit();
 
-        PoolFlowUpdateINITData(editor);
+        UpdateINITData(editor);
         editor.preset.ID = static_cast<std::int32_t>(id);
         editor.notifyChanged();
         followUp(session, id);

@@ -3,7 +3,7 @@
 #include <fstream>
 #include <optional>
 
-#include "editor/PristineHook.h"
+#include "preset/PristinePreset.h"
 #include "midistrings/MSBModule.h"
 #include "pool/PoolList.h"
 #include "pool/PresetLoad.h"
@@ -43,7 +43,7 @@ void SavePresetSysexButton(Session& session) {
     if (!path) return;
 
     EditorState& editor = session.editor;
-    if (PoolFlowINITDataChanged(editor) && MSBModule::Trim(editor.preset.Name) != kInitializedName) {
+    if (INITDataChanged(editor) && MSBModule::Trim(editor.preset.Name) != kInitializedName) {
         const MessageAnswer answer = session.prompter.message(
             "About to Save Tavlo Format Preset",
             "The Preset Editor window is required for this task.  Do you want to save the contents of the PC1600(x) "
@@ -55,7 +55,7 @@ void SavePresetSysexButton(Session& session) {
             editor.ClosingEditor = false;
             StoreInPoolButton(session);
             // A store that was refused keeps the edits: nothing is overwritten.
-            if (PoolFlowINITDataChanged(editor)) return;
+            if (INITDataChanged(editor)) return;
         }
     }
     WritePresetSysexFile(session, id, *path);

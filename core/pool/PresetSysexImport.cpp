@@ -5,7 +5,7 @@
 #include <optional>
 
 #include "editor/InitPreset.h"
-#include "editor/PristineHook.h"
+#include "preset/PristinePreset.h"
 #include "pool/PresetStore.h"
 #include "preset/PresetDecoder.h"
 #include "preset/PresetDump.h"
@@ -52,7 +52,7 @@ bool ImportPresetSysexFile(Session& session, const std::string& path) {
     session.flags.MemoryImageBound = false;
     InitPresetWithoutQuestions(session);
     PresetSysex2Form(*dump, session.editor, session.memImage, session.midi, session.prompter);
-    PoolFlowUpdateINITData(session.editor);
+    UpdateINITData(session.editor);
 
     // One file is a download of its own: earlier "for all" answers don't hold.
     session.flags.ChoiceForAll = false;

@@ -64,6 +64,8 @@ void UpdateINITData(EditorState& editor) {
 }
 
 bool INITDataChanged(const EditorState& editor) {
+    // While a load is filling the editor nothing counts as an edit.
+    if (!editor.PristineComparison) return false;
     const WorkingPreset& now = editor.preset;
     const WorkingPreset& was = editor.PristinePreset;
     if (MSBModule::Trim(now.Notes) != was.Notes) return true;

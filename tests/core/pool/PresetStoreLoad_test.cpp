@@ -1,7 +1,7 @@
 // Store and load of the editor's preset: every field there and back, and the
 // refusals and questions of a store outside a download.
 #include "PoolFixture.h"
-#include "editor/PristineHook.h"
+#include "preset/PristinePreset.h"
 #include "midistrings/MSBModule.h"
 
 namespace tavlo::testing {
@@ -119,7 +119,7 @@ TEST_F(Store, EveryFieldSurvivesStoreAndLoad) {
     EXPECT_EQ(s.editor.SelectPresetSceneCombo.list(0), "<none>");
     EXPECT_EQ(s.editor.SelectPresetSceneCombo.listCount(), 4);
     EXPECT_EQ(s.editor.CurrentFader, 0);
-    EXPECT_FALSE(PoolFlowINITDataChanged(s.editor)) << "right after a load nothing counts as an edit";
+    EXPECT_FALSE(INITDataChanged(s.editor)) << "right after a load nothing counts as an edit";
 }
 
 TEST_F(Store, NamesAreStoredThroughTheNameEncoding) {
