@@ -5,6 +5,9 @@
 #include <QMdiSubWindow>
 #include <QPrinterInfo>
 
+#include "editor/InitPreset.h"
+#include "editor/PC1600XForm.h"
+
 #include "midilink/ExchangeDump.h"
 #include "midilink/MIDIForm.h"
 #include "midilink/MIDIFormOperations.h"
@@ -35,7 +38,7 @@ TavloController::TavloController(Session& session, QWidget* parent)
     // Entries whose windows are not part of this build yet stay disabled.
     for (QAction* action : {ui_->MidiDevManageMenu, ui_->CleanMenu,
                             ui_->GlobalMenu, ui_->NewGlobalMenu, ui_->ViewGlobalMenu, ui_->NewMemImageMenu,
-                            ui_->NewPresetMenu, ui_->HelpHelpMenu})
+                            ui_->HelpHelpMenu})
         action->setEnabled(false);
 
     // The pool window lives for the whole run; closing it only hides it.
@@ -49,6 +52,24 @@ TavloController::TavloController(Session& session, QWidget* parent)
     startMidi();
     connect(ui_->MIDIMenu, &QAction::triggered, midiForm_, &MIDIForm::showConfiguration);
     connect(ui_->PeekMenu, &QAction::triggered, peekForm_, &PeekForm::peek);
+
+    // The preset editor lives for the whole run; closing it only hides it.
+    editorForm_ = new PC1600XForm(session_);
+    QMdiSubWindow* editorFrame = ui_->MDIArea->addSubWindow(editorForm_);
+    editorFrame->setAttribute(Qt::WA_DeleteOnClose, false);
+    editorFrame->resize(editorFrame->sizeHint());
+    editorFrame->hide();
+    connect(ui_->NewPresetMenu, &QAction::triggered, this, &TavloController::newPreset);
+}
+
+PC1600XForm* TavloController::editorForm() const { return editorForm_; }
+
+void TavloController::newPreset() {
+    // Edits in the editor are offered for storing first; Cancel keeps them.
+    if (!InitPresetButton(session_)) return;
+    session_.editor.Caption = "New Preset";
+    editorForm_->showWindow();
+    editorForm_->setFocus();
 }
 
 void TavloController::showPresetPool() {

@@ -11,6 +11,7 @@ class QMdiSubWindow;
 namespace tavlo {
 
 class MIDIForm;
+class PC1600XForm;
 class PeekForm;
 class PoolForm;
 class Session;
@@ -29,12 +30,15 @@ public:
     void showPresetPool();
     // Puts the main window where the last run left it.
     void restoreGeometryFromPool();
+    // The preset editor window.
+    PC1600XForm* editorForm() const;
 
 protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
     void clearDefaults();
+    void newPreset();
     void startMidi();
 
     Session& session_;
@@ -43,6 +47,7 @@ private:
     PeekForm* peekForm_ = nullptr;
     PoolForm* poolForm_ = nullptr;
     QMdiSubWindow* poolWindow_ = nullptr;
+    PC1600XForm* editorForm_ = nullptr;
 };
 
 }  // namespace tavlo

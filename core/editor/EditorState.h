@@ -8,6 +8,25 @@
 
 namespace tavlo {
 
+// What CopyButton put aside for PasteButton: one fader or one button with
+// its strings, or the values of a scene. The empty side of a control copy
+// carries the function 65535.
+inline constexpr int kClipboardEmptyFunction = 65535;
+struct EditorClipboard {
+    FaderDef Fader;
+    MessageStringSet FaderStrings;
+    ButtonDef Button;
+    MessageStringSet ButtonStrings1;
+    MessageStringSet ButtonStrings2;
+    int FaderFunction = kClipboardEmptyFunction;
+    int ButtonFunction = kClipboardEmptyFunction;
+    int SourceIndex = -1;
+    // A copied scene: 17 values (the last CV is left out) and its name.
+    bool HoldsScene = false;
+    std::array<std::int16_t, kFaderCount> SceneValues{};
+    std::string SceneName;
+};
+
 // Which of the editor's detail frames shows.
 enum class EditorFrame { Fader, Button, Setup, Associate };
 
@@ -41,6 +60,33 @@ struct EditorState : Observable {
     ListState BSceneCombo;
     ListState SelectPresetSceneCombo;
     ListState AssociatedList;
+
+    // ---- Editor window: selection, frames, function lists, clipboard ----
+    // True while a frame is filled from the preset: the frames' handlers
+    // then change nothing.
+    bool ShowingParams = false;
+    // True while ParamFormatCombo is set by the program.
+    bool FormatLock = false;
+    // The button with the white background, -1 for none.
+    int HighlightedButton = -1;
+    std::string FaderFrameCaption;
+    std::string ButtonFrameCaption;
+    // List indexes of FunctionCombo and BFunctionCombo: the stored function,
+    // or the device entry while a device function is being picked.
+    int FunctionComboIndex = 0;
+    int BFunctionComboIndex = 0;
+    // Range of MinValSlider and MaxValSlider.
+    int MinMaxSliderMin = 0;
+    int MinMaxSliderMax = 127;
+    // Check1(0..17) of the Master Fader list; the selected fader's own box
+    // is disabled and unchecked.
+    std::array<bool, kFaderCount> Check1{};
+    // SChannelSlider: the setup channel shown, 0 to 15.
+    int SChannel = 0;
+    EditorClipboard Clipboard;
+    std::string PasteButtonCaption;
+    bool PasteButtonVisible = false;
+    // ---- end of the editor window block ----
 
     // ---- Pool store and load (PresetStore, PresetLoad, InitPreset) ----
     // True while a preset text file is being stored: its scenes come later.

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "editor/EditorSelection.h"
+#include "editor/FunctionAssignment.h"
 #include "midistrings/MSBModule.h"
 #include "preset/PresetCodes.h"
 #include "ui/Prompter.h"
@@ -85,7 +87,9 @@ ValueRange FaderRangeLimits(int function) {
 }
 
 void ClampFaderRange(FaderDef& fader) {
-    const ValueRange limits = FaderRangeLimits(fader.Function);
+    // The range sliders as showing the fader sets them: a string fader's
+    // range follows its parameter format.
+    const ValueRange limits = MinMaxRangeShown(fader.Function, fader.ParamFormat);
     fader.Min = static_cast<std::int16_t>(std::clamp<int>(fader.Min, limits.low, limits.high));
     fader.Max = static_cast<std::int16_t>(std::clamp<int>(fader.Max, limits.low, limits.high));
     // The two ends are kept apart: Min steps down, or up at the bottom of the range.
@@ -104,6 +108,8 @@ void SelectFader(EditorState& editor, int index) {
     editor.CurrentFader = static_cast<std::int16_t>(index);
     editor.BorderedSlider = index;
     editor.ShownFrame = EditorFrame::Fader;
+    // Selecting shows: the frame is filled from the fader (also after a load).
+    ShowFaderParams(editor, index);
 }
 
 void PC1600xSetFaderFunction(EditorState& editor, int index, const std::string& name, int function, int min, int max,
@@ -134,6 +140,7 @@ void PC1600xSetFaderFunction(EditorState& editor, int index, const std::string& 
 
     SelectFader(editor, index);
     ClampFaderRange(fader);
+    ShowFaderParams(editor, index);
     editor.notifyChanged();
 }
 

@@ -90,7 +90,8 @@ TEST(SetFaderFunction, CaptionTagsAndRangeByFunction) {
     };
     for (const Case& c : {Case{0, 0, 127, "Off", 0, 127, -1}, Case{1, 200, -5, "Vol (cc)", 127, 0, 0},
                           Case{2, -32000, 32000, "Master (mf)", -32000, 32000, -1},
-                          Case{3, -20000, 20000, "Str (st)", -16384, 16383, -1},
+                          // A string fader's range follows its format; no format name is Single byte.
+                          Case{3, -20000, 20000, "Str (st)", -128, 127, -1},
                           Case{1, 64, 64, "Same (cc)", 63, 64, -1}, Case{1, 0, 0, "Zero (cc)", 0, 1, -1}}) {
         EditorState editor;
         const std::string name = std::string(c.caption).substr(0, std::string(c.caption).find(" ("));

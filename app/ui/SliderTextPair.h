@@ -1,0 +1,55 @@
+#pragma once
+#include <QObject>
+#include <functional>
+#include <string>
+
+#include "editor/ParameterText.h"
+
+class QKeyEvent;
+class QLineEdit;
+class QSlider;
+
+namespace tavlo {
+
+// A slider and its text box that behave alike everywhere: the slider writes
+// the text by its text rule and stores the value; the text, when it loses
+// the focus, is read by its parse rule and moves the slider. Keys on the
+// slider: End, Home, arrows, Page keys by a tenth of the range, "+" and "-".
+class SliderTextPair : public QObject {
+    Q_OBJECT
+public:
+    using TextRule = std::function<std::string(int)>;
+    using ParseRule = std::function<int(const std::string&)>;
+    using Store = std::function<void(int)>;
+
+    // `filling` points at the window's flag that is set while it shows
+    // data: the slider then only writes its text and stores nothing.
+    SliderTextPair(QSlider* slider, QLineEdit* text, TextRule textRule, ParseRule parseRule, Store store,
+                   const bool* filling);
+
+    QSlider* slider() const { return slider_; }
+    QLineEdit* text() const { return text_; }
+    // Shows a value (the window fills it; nothing is stored).
+    void show(int value, int minimum, int maximum);
+    // The text's lost-focus logic, also run to commit a pending edit.
+    void commitText();
+
+    // The key of a key event as the pairs know it; false for other keys.
+    static bool KeyOf(const QKeyEvent* event, ParameterText::SliderKey& key);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void sliderMoved(int value);
+
+    QSlider* slider_;
+    QLineEdit* text_;
+    TextRule textRule_;
+    ParseRule parseRule_;
+    Store store_;
+    const bool* filling_;
+    bool showing_ = false;
+};
+
+}  // namespace tavlo

@@ -1,0 +1,148 @@
+#include "editor/SetupInfo.h"
+#include "editor/Scenes.h"
+
+#include <gtest/gtest.h>
+
+#include "TestSession.h"
+#include "preset/PristinePreset.h"
+#include "editor/EditorClose.h"
+#include "editor/EditorSelection.h"
+
+namespace tavlo {
+namespace {
+
+using testing::TestSession;
+
+struct SetupInfoTest : ::testing::Test {
+    TestSession t;
+    EditorState& editor() { return t->editor; }
+    std::array<SetupChannelDef, 16>& channels() { return t->editor.preset.SetupChannels; }
+};
+
+TEST_F(SetupInfoTest, SlidersWriteTheShownChannel) {
+    ShowSetupFrame(editor());
+    EXPECT_EQ(editor().SChannel, 0);
+    ShowSetupChannel(editor(), 4);
+    SetSetupField(editor(), SetupField::Volume, 101);
+    SetSetupField(editor(), SetupField::Bank, 3);
+    SetBankIsMSB(editor(), true);
+    EXPECT_EQ(channels()[4].Volume, 101);
+    EXPECT_EQ(channels()[4].Bank, 3);
+    EXPECT_EQ(channels()[4].BankIsMSB, 1);
+    EXPECT_EQ(channels()[3], SetupChannelDef{});
+    EXPECT_EQ(SetupFieldPosition(editor(), SetupField::Volume), 101);
+}
+
+TEST_F(SetupInfoTest, MakeSameCopiesTheShownChannelToAllOthers) {
+    channels()[0] = SetupChannelDef{5, 1, 9, 100};
+    ShowSetupChannel(editor(), 0);
+    t.prompter.expectMessage("About to Make Channel Setups Same", MessageAnswer::No);
+    EXPECT_FALSE(MakeSetupChannelsSame(*t));
+    EXPECT_EQ(channels()[15], SetupChannelDef{});
+    t.prompter.expectMessage("About to Make Channel Setups Same",
+                             "Are you sure you want to make all the Setup Channel information the same as Channel 1?",
+                             MessageAnswer::Yes);
+    EXPECT_TRUE(MakeSetupChannelsSame(*t));
+    for (const auto& c : channels()) EXPECT_EQ(c, (SetupChannelDef{5, 1, 9, 100}));
+}
+
+TEST_F(SetupInfoTest, AllOffUnlessNo) {
+    channels()[7].Volume = 12;
+    ShowSetupChannel(editor(), 7);
+    t.prompter.expectMessage("About to Make Channel Setups Same", MessageAnswer::No);
+    EXPECT_FALSE(SetupChannelsAllOff(*t));
+    EXPECT_EQ(channels()[7].Volume, 12);
+    t.prompter.expectMessage("About to Make Channel Setups Same",
+                             "Are you sure you want to set all the Setup Channel information to OFF?",
+                             MessageAnswer::Cancel);
+    EXPECT_TRUE(SetupChannelsAllOff(*t));
+    EXPECT_EQ(channels()[7].Volume, 0);
+    EXPECT_EQ(editor().SChannel, 0);
+}
+
+TEST_F(SetupInfoTest, ChannelDefaultsRoundTripThroughTheTable) {
+    for (int i = 0; i < 16; ++i)
+        channels()[i] = SetupChannelDef{static_cast<std::int16_t>(i), static_cast<std::int16_t>(i % 2),
+                                        static_cast<std::int16_t>(128 - i), static_cast<std::int16_t>(i * 3)};
+    WriteSetupChannelDefaults(t.pool.db(), editor().preset);
+    EXPECT_EQ(t.pool.db().queryInt("SELECT COUNT(*) FROM DefaultsTable WHERE Field LIKE 'SetupChannel%'"), 16);
+    Statement row = t.pool.db().prepare("SELECT Value FROM DefaultsTable WHERE Field = 'SetupChannel03'");
+    ASSERT_TRUE(row.step());
+    EXPECT_EQ(row.getText("Value"), "002:000:126:006");
+    WorkingPreset fresh;
+    ApplySetupChannelDefaults(t.pool.db(), fresh);
+    EXPECT_EQ(fresh.SetupChannels, editor().preset.SetupChannels);
+}
+
+TEST_F(SetupInfoTest, StringDefaultWithSubstringsAndItsRemoval) {
+    WorkingPreset& p = editor().preset;
+    p.SetupString = "C0 05 B0 07 64";
+    p.SetupStrings.Slots[0].CommandType = 4;
+    p.SetupStrings.Slots[0].EnteredString = "C0 05";
+    p.SetupStrings.Slots[0].ListItem = "C0 05  (progch)";
+    p.SetupStrings.Slots[1].CommandType = 3;
+    p.SetupStrings.Slots[1].EnteredString = "B0 07 64";
+    p.SetupStrings.Slots[1].ListItem = "B0 07 64  (ctrlch)";
+    p.SetupStrings.Count = 2;
+    WriteSetupStringDefault(t.pool.db(), p);
+    Statement row = t.pool.db().prepare("SELECT Value FROM DefaultsTable WHERE Field = 'SetupString'");
+    ASSERT_TRUE(row.step());
+    EXPECT_EQ(row.getText("Value"), "C0 05 B0 07 64: 2");
+    EXPECT_EQ(t.pool.db().queryInt("SELECT COUNT(*) FROM MessageStringRec WHERE MapType = 'D'"), 2);
+
+    WorkingPreset fresh;
+    ASSERT_TRUE(ApplySetupStringDefault(t.pool.db(), fresh));
+    EXPECT_EQ(fresh.SetupString, p.SetupString);
+    EXPECT_EQ(fresh.SetupStrings, p.SetupStrings);
+
+    p.SetupStrings.clear();
+    p.SetupString.clear();
+    WriteSetupStringDefault(t.pool.db(), p);
+    EXPECT_EQ(t.pool.db().queryInt("SELECT COUNT(*) FROM DefaultsTable WHERE Field = 'SetupString'"), 0);
+    EXPECT_EQ(t.pool.db().queryInt("SELECT COUNT(*) FROM MessageStringRec WHERE MapType = 'D'"), 0);
+    EXPECT_FALSE(ApplySetupStringDefault(t.pool.db(), fresh));
+}
+
+TEST_F(SetupInfoTest, ClosingAsksOnlyForAChangedPresetAndOnlyHides) {
+    Database& db = t.pool.db();
+    auto rows = [&] { return db.queryInt("SELECT COUNT(*) FROM PresetRec WHERE Name = 'Mine'"); };
+    editor().Visible = true;
+    EXPECT_TRUE(EditorQueryClose(*t)) << "unchanged: no question";
+    EXPECT_FALSE(editor().Visible);
+
+    editor().preset.Name = "Mine";
+    EXPECT_TRUE(EditorQueryClose(*t)) << "the name alone is no edit";
+    editor().preset.Buttons[3].Function = 2;
+    t.prompter.expectMessage("Store Preset in Pool?", "Do you want to store this Preset in the Preset Pool?",
+                             MessageAnswer::Cancel);
+    EXPECT_FALSE(EditorQueryClose(*t));
+    EXPECT_EQ(rows(), 0);
+    t.prompter.expectMessage("Store Preset in Pool?", MessageAnswer::Yes);
+    EXPECT_TRUE(EditorQueryClose(*t));
+    EXPECT_EQ(rows(), 1) << "stored under its new name, without a further question";
+    EXPECT_FALSE(INITDataChanged(editor()));
+
+    // Bound to the memory image: stored without asking.
+    editor().preset.Buttons[4].Function = 1;
+    t->flags.MemoryImageBound = true;
+    t.prompter.expectMessage("About to Store", MessageAnswer::Yes);
+    EXPECT_TRUE(EditorQueryClose(*t));
+    EXPECT_EQ(db.queryInt("SELECT Function FROM ButtonRec WHERE \"Index\" = 4 AND PresetREF = "
+                          "(SELECT ID FROM PresetRec WHERE Name = 'Mine')"),
+              1);
+    t->flags.MemoryImageBound = false;
+
+    // A blank name keeps the window open when the user says so.
+    editor().preset.Name = "";
+    editor().preset.Buttons[5].Function = 1;
+    t.prompter.expectMessage("Store Preset in Pool?", MessageAnswer::Yes)
+        .expectMessage("Preset Name is Blank", MessageAnswer::Cancel);
+    EXPECT_FALSE(EditorQueryClose(*t));
+    editor().preset.Name = "--Initialized--";
+    EXPECT_TRUE(EditorQueryClose(*t));
+    EXPECT_TRUE(t.prompter.done());
+}
+
+}  // namespace
+}  // namespace tavlo
+
