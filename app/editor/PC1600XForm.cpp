@@ -109,6 +109,8 @@ PC1600XForm::PC1600XForm(Session& session, QWidget* parent)
     });
 
     token_ = editor_.subscribe([this] { refresh(); });
+    // The device model decides which setup controls exist.
+    midiToken_ = session_.midi.subscribe([this] { refresh(); });
     refresh();
 }
 
@@ -116,6 +118,7 @@ QSize PC1600XForm::sizeHint() const { return designSize_; }
 
 PC1600XForm::~PC1600XForm() {
     editor_.unsubscribe(token_);
+    session_.midi.unsubscribe(midiToken_);
     // The child widgets outlive this object's members: their last signals
     // must not reach it.
     for (QObject* widget : findChildren<QObject*>()) QObject::disconnect(widget, nullptr, this, nullptr);
@@ -588,9 +591,9 @@ void PC1600XForm::refreshSetupFrame() {
     ui_->SStringText->setText(toQt(editor_.preset.SetupString));
     fillCombo(ui_->SelectPresetSceneCombo, editor_.SelectPresetSceneCombo);
     const bool pc1600 = session_.midi.PC1600Model;
-    ui_->SelectPresetSceneCombo->setVisible(!pc1600);
-    ui_->SOtherSceneButton->setVisible(!pc1600);
-    ui_->SSceneLabel->setVisible(!pc1600);
+    // The original PC1600 has no setup scene and no Bank MSB.
+    ui_->SelectPresetSceneCombo->setEnabled(!pc1600);
+    ui_->SOtherSceneButton->setEnabled(!pc1600);
     ui_->MSBCheck->setEnabled(!pc1600);
 }
 

@@ -98,6 +98,7 @@ private:
     std::function<void()> init_;
     std::function<void(StringDoor)> editString_;
     Observable::Token token_ = 0;
+    Observable::Token midiToken_ = 0;
 };
 
 }  // namespace tavlo

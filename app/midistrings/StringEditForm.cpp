@@ -24,6 +24,9 @@ namespace tavlo {
 
 namespace {
 
+// SpecialButton(2) inserts the fader value ("pr").
+constexpr int kSpecialFaderValueButton = 2;
+
 void fillCombo(QComboBox* combo, const ListState& list) {
     combo->clear();
     for (const auto& line : list.lines()) combo->addItem(toQt(line.text));
@@ -59,10 +62,12 @@ StringEditForm::StringEditForm(Session& session, QWidget* parent)
     ui_->StringText->installEventFilter(this);
     connectControls();
     token_ = state_.subscribe([this] { refresh(); });
+    midiToken_ = session_.midi.subscribe([this] { refresh(); });
 }
 
 StringEditForm::~StringEditForm() {
     state_.unsubscribe(token_);
+    session_.midi.unsubscribe(midiToken_);
     for (QObject* widget : findChildren<QObject*>()) QObject::disconnect(widget, nullptr, this, nullptr);
 }
 
@@ -195,9 +200,12 @@ void StringEditForm::refresh() {
         ui_->StringText->setText(toQt(state_.StringText));
         ui_->StringText->setCursorPosition(std::min(caret, static_cast<int>(ui_->StringText->text().size())));
     }
-    for (int i = 0; i < 5; ++i)
-        findChild<QPushButton*>(QString("SpecialButton_%1").arg(i))
-            ->setVisible(show.SpecialButtons && SpecialButtonShown(state_.Door, i));
+    for (int i = 0; i < 5; ++i) {
+        auto* special = findChild<QPushButton*>(QString("SpecialButton_%1").arg(i));
+        special->setVisible(show.SpecialButtons && SpecialButtonShown(state_.Door, i));
+        // The original PC1600 knows only the fader value among the special bytes.
+        special->setEnabled(!session_.midi.PC1600Model || i == kSpecialFaderValueButton);
+    }
     ui_->RenderLabel->setText(toQt(state_.RenderLabel));
     ui_->StringList->clear();
     for (const auto& line : state_.StringList.lines()) ui_->StringList->addItem(toQt(line.text));

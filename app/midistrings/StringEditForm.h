@@ -48,6 +48,7 @@ private:
     LearnMessages* learnPort_ = nullptr;
     bool refreshing_ = false;
     Observable::Token token_ = 0;
+    Observable::Token midiToken_ = 0;
 };
 
 }  // namespace tavlo

@@ -2,6 +2,7 @@
 
 #include <QCloseEvent>
 #include <QMdiArea>
+#include <QTimer>
 #include <QMdiSubWindow>
 #include <QPrinterInfo>
 
@@ -49,6 +50,14 @@ TavloController::TavloController(Session& session, QWidget* parent)
     poolForm_->reload();
     connect(ui_->EditPresetMenu, &QAction::triggered, this, &TavloController::showPresetPool);
 
+    // A load that found its preset row gone ends the program, through the
+    // ordinary close so that the questions about unsaved work still come.
+    fatalToken_ = session_.editor.subscribe([this] {
+        if (!session_.flags.FatalDatabaseError) return;
+        session_.flags.FatalDatabaseError = false;
+        QTimer::singleShot(0, this, [this] { close(); });
+    });
+
     startMidi();
     connect(ui_->MIDIMenu, &QAction::triggered, midiForm_, &MIDIForm::showConfiguration);
     connect(ui_->PeekMenu, &QAction::triggered, peekForm_, &PeekForm::peek);
@@ -95,7 +104,7 @@ void TavloController::startMidi() {
     LoadMidiConfiguration(session_);
 }
 
-TavloController::~TavloController() = default;
+TavloController::~TavloController() { session_.editor.unsubscribe(fatalToken_); }
 
 QMdiArea* TavloController::mdiArea() const { return ui_->MDIArea; }
 

@@ -37,6 +37,7 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    int fatalToken_ = 0;
     void clearDefaults();
     void newPreset();
     void startMidi();

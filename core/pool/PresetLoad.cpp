@@ -93,6 +93,20 @@ std::string buttonTag(int function) {
 
 }  // namespace
 
+namespace {
+
+// A row that vanished under a load: the user is told, and the program is
+// asked to end (the main window does, through its ordinary quit).
+bool reportFatalDatabaseError(Session& session) {
+    session.editor.PristineComparison = true;
+    session.flags.FatalDatabaseError = true;
+    session.prompter.message("Database Error", "There has been a Database Error");
+    session.editor.notifyChanged();
+    return false;
+}
+
+}  // namespace
+
 bool LoadPC1600xFormFromPool(Session& session, std::int64_t id) {
     EditorState& editor = session.editor;
     Database& db = session.pool.db();
@@ -106,12 +120,7 @@ bool LoadPC1600xFormFromPool(Session& session, std::int64_t id) {
     try {
         Statement row = db.prepare("SELECT * FROM PresetRec WHERE ID = :ID");
         row.bind(":ID", id);
-        if (!row.step()) {
-            editor.PristineComparison = true;
-            session.flags.FatalDatabaseError = true;
-            session.prompter.message("Database Error", "There has been a Database Error");
-            return false;
-        }
+        if (!row.step()) return reportFatalDatabaseError(session);
         WorkingPreset& preset = editor.preset;
         preset.Name = Trim(DisplayDBString(row.getText("Name")));
         preset.SetupScene = row.isNull("SetupScene") ? std::string() : Trim(DisplayDBString(row.getText("SetupScene")));
@@ -252,10 +261,7 @@ bool LoadPC1600xFormFromPool(Session& session, std::int64_t id) {
             editor.AssociatedList.addItem(Trim(DisplayDBString(assoc.getText("Make"))) + ": " +
                                           Trim(DisplayDBString(assoc.getText("Model"))));
     } catch (const DatabaseError&) {
-        editor.PristineComparison = true;
-        session.flags.FatalDatabaseError = true;
-        session.prompter.message("Database Error", "There has been a Database Error");
-        return false;
+        return reportFatalDatabaseError(session);
     }
 
     SelectFader(editor, 0);

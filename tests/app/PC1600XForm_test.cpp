@@ -40,6 +40,7 @@ private slots:
     void anotherPresetsSceneFromAllScenesForm();
     void aHeldPressDragsAndAClickDoesNot();
     void setupFrame();
+    void theOriginalPC1600LosesSetupSceneAndBankMSB();
     void closingAsksAndOnlyHides();
     void theMainWindowOpensTheEditorForANewPreset();
     void grabForReview();
@@ -387,6 +388,17 @@ void PC1600XFormTest::setupFrame() {
     QTest::mouseClick(w<QLabel>("SetupChannelMapLabel"), Qt::LeftButton);
     QCOMPARE(t->pool.db().queryInt("SELECT COUNT(*) FROM DefaultsTable WHERE Field LIKE 'SetupChannel%'"), 16);
     QVERIFY(t->prompter.done());
+}
+
+void PC1600XFormTest::theOriginalPC1600LosesSetupSceneAndBankMSB() {
+    QTest::mouseClick(w<QPushButton>("SetupStringButton"), Qt::LeftButton);
+    for (const bool pc1600 : {true, false}) {
+        // The configuration window's OK tells everyone that the model changed.
+        t->session->midi.PC1600Model = pc1600;
+        t->session->midi.notifyChanged();
+        for (const char* name : {"SelectPresetSceneCombo", "SOtherSceneButton", "MSBCheck"})
+            QVERIFY2(w<QWidget>(name)->isEnabled() == !pc1600, name);
+    }
 }
 
 void PC1600XFormTest::closingAsksAndOnlyHides() {

@@ -8,6 +8,7 @@
 #include "ScriptedPrompter.h"
 #include "TempDir.h"
 #include "pool/PoolDatabase.h"
+#include "pool/PresetLoad.h"
 #include "shell/Session.h"
 #include "shell/TavloController.h"
 #include "shell/TavloProgram.h"
@@ -22,6 +23,7 @@ private slots:
     void newPoolOpensMainWindowWithItsMenus();
     void clearDefaultsAsksFirst();
     void closingWritesWindowStates();
+    void aVanishedPresetRowEndsTheProgram();
 };
 
 static bool anyVisibleWindow() {
@@ -127,6 +129,19 @@ void TavloControllerTest::closingWritesWindowStates() {
     QCOMPARE(pool.db().queryInt("SELECT count(*) FROM WindowStates"), 10);
     QCOMPARE(pool.db().queryInt("SELECT Left FROM WindowStates WHERE Window = 'MAIN2'"), 900);
     QCOMPARE(pool.db().queryInt("SELECT Top FROM WindowStates WHERE Window = 'MAIN2'"), 600);
+}
+
+void TavloControllerTest::aVanishedPresetRowEndsTheProgram() {
+    TempDir dir;
+    ScriptedPrompter prompter;
+    TavloProgram program(prompter);
+    QVERIFY(program.start(dir.file("Tavlo.mdb")));
+    program.controller()->show();
+    prompter.expectMessage("Database Error", "There has been a Database Error", MessageAnswer::OK);
+    QVERIFY(!LoadPC1600xFormFromPool(program.session(), 424242));
+    QTRY_VERIFY(!program.controller()->isVisible());
+    QVERIFY(!program.session().pool.isOpen());
+    QVERIFY(prompter.done());
 }
 
 QTEST_MAIN(TavloControllerTest)
