@@ -30,6 +30,7 @@
 #include "preset/PresetCodes.h"
 #include "shell/Session.h"
 #include "ui/CCDigitTyping.h"
+#include "ui/CCNameList.h"
 #include "ui/LabelDefaults.h"
 #include "ui/QtText.h"
 #include "ui/SliderTextPair.h"
@@ -154,17 +155,7 @@ void PC1600XForm::fillFixedLists() {
 
 void PC1600XForm::reloadCCNameList() {
     ui_->CCNameListCombo->clear();
-    try {
-        Statement query = session_.pool.db().prepare("SELECT CCNum, CCName FROM CCTable ORDER BY CCNum");
-        while (query.step()) {
-            char head[16];
-            std::snprintf(head, sizeof head, "%03d", static_cast<int>(query.getInt("CCNum")));
-            ui_->CCNameListCombo->addItem(toQt(std::string(head) + "  " + query.getText("CCName")));
-        }
-    } catch (const DatabaseError&) {
-    }
-    for (int n = ui_->CCNameListCombo->count(); n < 128; ++n)
-        ui_->CCNameListCombo->addItem(QString("%1").arg(n, 3, 10, QChar('0')));
+    FillCCNameList(ui_->CCNameListCombo, session_.pool.db());
 }
 
 void PC1600XForm::commitName(QLineEdit* text, const std::function<void(const std::string&)>& store) {
@@ -650,6 +641,18 @@ void PC1600XForm::dropOn(bool button, int index, const QMimeData* mime) {
     else DropOnFader(session_, index);
 }
 
+bool PC1600XForm::acceptDrop(QEvent* event, bool button, int index) {
+    if (event->type() == QEvent::DragEnter) {
+        static_cast<QDragEnterEvent*>(event)->acceptProposedAction();
+        return true;
+    }
+    if (event->type() != QEvent::Drop) return false;
+    auto* drop = static_cast<QDropEvent*>(event);
+    dropOn(button, index, drop->mimeData());
+    drop->acceptProposedAction();
+    return true;
+}
+
 bool PC1600XForm::eventFilter(QObject* watched, QEvent* event) {
     const QEvent::Type type = event->type();
     if (watched == ui_->CCNumSlider && type == QEvent::KeyPress) {
@@ -663,6 +666,7 @@ bool PC1600XForm::eventFilter(QObject* watched, QEvent* event) {
     for (int i = 0; i < 18; ++i) {
         if (watched != sliders_[i] && watched != faderLabels_[i]) continue;
         const bool isSlider = watched == sliders_[i];
+        if (acceptDrop(event, false, i)) return true;
         switch (type) {
             case QEvent::FocusIn: ClickFader(editor_, i); break;
             case QEvent::MouseButtonPress:
@@ -689,23 +693,13 @@ bool PC1600XForm::eventFilter(QObject* watched, QEvent* event) {
                     }
                 }
                 break;
-            case QEvent::DragEnter: {
-                auto* drag = static_cast<QDragEnterEvent*>(event);
-                drag->acceptProposedAction();
-                return true;
-            }
-            case QEvent::Drop: {
-                auto* drop = static_cast<QDropEvent*>(event);
-                dropOn(false, i, drop->mimeData());
-                drop->acceptProposedAction();
-                return true;
-            }
             default: break;
         }
         return QWidget::eventFilter(watched, event);
     }
     for (int i = 0; i < 16; ++i) {
         if (watched != buttons_[i]) continue;
+        if (acceptDrop(event, true, i)) return true;
         switch (type) {
             case QEvent::FocusIn: ClickButton(editor_, i); break;
             case QEvent::MouseButtonPress:
@@ -721,17 +715,6 @@ bool PC1600XForm::eventFilter(QObject* watched, QEvent* event) {
                     return true;
                 }
                 break;
-            case QEvent::DragEnter: {
-                auto* drag = static_cast<QDragEnterEvent*>(event);
-                drag->acceptProposedAction();
-                return true;
-            }
-            case QEvent::Drop: {
-                auto* drop = static_cast<QDropEvent*>(event);
-                dropOn(true, i, drop->mimeData());
-                drop->acceptProposedAction();
-                return true;
-            }
             default: break;
         }
         return QWidget::eventFilter(watched, event);

@@ -70,6 +70,8 @@ private:
     void connectTopBar();
     void fillFixedLists();
     void reloadCCNameList();
+    // Drags onto a fader or button: accepted on entry, dropped on release.
+    bool acceptDrop(QEvent* event, bool button, int index);
     void refreshFaderFrame();
     void refreshButtonFrame();
     void refreshSetupFrame();

@@ -15,6 +15,7 @@
 #include "pool/Database.h"
 #include "shell/Session.h"
 #include "ui/CCDigitTyping.h"
+#include "ui/CCNameList.h"
 #include "ui/LabelDefaults.h"
 #include "ui/QtText.h"
 #include "ui/SliderTextPair.h"
@@ -44,17 +45,7 @@ StringEditForm::StringEditForm(Session& session, QWidget* parent)
     for (const auto& kind : kMessageKinds) ui_->MessageCombo->addItem(toQt(std::string(kind.text)));
     for (int c = 1; c <= 16; ++c) ui_->ChannelCombo->addItem(QString::number(c));
     ui_->ChannelCombo->addItem("Global Ch");
-    try {
-        Statement query = session_.pool.db().prepare("SELECT CCNum, CCName FROM CCTable ORDER BY CCNum");
-        while (query.step()) {
-            char head[16];
-            std::snprintf(head, sizeof head, "%03d", static_cast<int>(query.getInt("CCNum")));
-            ui_->CCNameListCombo->addItem(toQt(std::string(head) + "  " + query.getText("CCName")));
-        }
-    } catch (const DatabaseError&) {
-    }
-    for (int n = ui_->CCNameListCombo->count(); n < 128; ++n)
-        ui_->CCNameListCombo->addItem(QString("%1").arg(n, 3, 10, QChar('0')));
+    FillCCNameList(ui_->CCNameListCombo, session_.pool.db());
     // The learn port comes with the MIDI link; until then recording is off.
     ui_->LearnSysexButton->setEnabled(false);
     ui_->DoneLearningButton->hide();

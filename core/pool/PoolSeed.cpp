@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "pool/ControlRows.h"
 #include "pool/ControllerNames.h"
 #include "pool/Database.h"
 #include "pool/PoolDates.h"
@@ -20,37 +21,10 @@ std::int64_t seedInitializedPreset(Database& db, const std::string& now) {
     preset.run();
     const std::int64_t id = db.lastInsertId();
 
-    const FaderDef fader;
-    Statement faders = db.prepare(
-        "INSERT INTO FaderRec (PresetREF, \"Index\", Name, Value, Function, Min, Max, Channel, CCNum, Polarity, "
-        "ReplaceMode, MIDIString, ParamFormat, MasterOf, DeviceMapString) VALUES (:Preset, :Index, :Name, :Value, "
-        ":Function, :Min, :Max, :Channel, :CCNum, :Polarity, :ReplaceMode, :MIDIString, :ParamFormat, :MasterOf, "
-        ":DeviceMapString)");
-    for (int index = 0; index < kFaderCount; ++index) {
-        faders.reset();
-        faders.bind(":Preset", id).bind(":Index", index).bind(":Name", fader.Name).bind(":Value", fader.Value)
-            .bind(":Function", fader.Function).bind(":Min", fader.Min).bind(":Max", fader.Max)
-            .bind(":Channel", fader.Channel).bind(":CCNum", fader.CCNum).bind(":Polarity", fader.Polarity)
-            .bind(":ReplaceMode", fader.ReplaceMode).bind(":MIDIString", fader.MIDIString)
-            .bind(":ParamFormat", fader.ParamFormat).bind(":MasterOf", fader.MasterOf)
-            .bind(":DeviceMapString", fader.DeviceMapString);
-        faders.run();
-    }
-
-    const ButtonDef button;
-    Statement buttons = db.prepare(
-        "INSERT INTO ButtonRec (PresetREF, \"Index\", Name, Function, Channel, Note, Velocity, ProgChange, Scene, "
-        "ScenePreset, String1, String2, DeviceMapString) VALUES (:Preset, :Index, :Name, :Function, :Channel, :Note, "
-        ":Velocity, :ProgChange, :Scene, :ScenePreset, :String1, :String2, :DeviceMapString)");
-    for (int index = 0; index < kButtonCount; ++index) {
-        buttons.reset();
-        buttons.bind(":Preset", id).bind(":Index", index).bind(":Name", button.Name)
-            .bind(":Function", button.Function).bind(":Channel", button.Channel).bind(":Note", button.Note)
-            .bind(":Velocity", button.Velocity).bind(":ProgChange", button.ProgChange).bind(":Scene", button.Scene)
-            .bind(":ScenePreset", static_cast<std::int64_t>(button.ScenePreset)).bind(":String1", button.String1)
-            .bind(":String2", button.String2).bind(":DeviceMapString", button.DeviceMapString);
-        buttons.run();
-    }
+    Statement faders = PrepareFaderInsert(db);
+    for (int index = 0; index < kFaderCount; ++index) InsertFaderRow(faders, id, index, FaderDef{});
+    Statement buttons = PrepareButtonInsert(db);
+    for (int index = 0; index < kButtonCount; ++index) InsertButtonRow(buttons, id, index, ButtonDef{});
     return id;
 }
 

@@ -2,6 +2,7 @@
 
 #include "editor/InitPreset.h"
 #include "editor/PresetOperations.h"
+#include "pool/ControlRows.h"
 #include "preset/PristinePreset.h"
 #include "midistrings/MSBModule.h"
 #include "preset/PresetCodes.h"
@@ -188,19 +189,7 @@ bool LoadPC1600xFormFromPool(Session& session, std::int64_t id) {
         int index = 0;
         while (faders.step() && index < kFaderCount) {
             FaderDef& f = preset.Faders[index];
-            f.Name = faders.isNull("Name") ? std::string() : DisplayDBString(faders.getText("Name"));
-            f.Value = i16(faders, "Value");
-            f.Function = i16(faders, "Function");
-            f.Min = i16(faders, "Min");
-            f.Max = i16(faders, "Max");
-            f.Channel = i16(faders, "Channel");
-            f.CCNum = i16(faders, "CCNum");
-            f.Polarity = i16(faders, "Polarity");
-            f.ReplaceMode = i16(faders, "ReplaceMode");
-            f.MIDIString = faders.getText("MidiString");
-            f.ParamFormat = i16(faders, "ParamFormat");
-            f.MasterOf = faders.getText("MasterOf");
-            f.DeviceMapString = faders.getText("DeviceMapString");
+            ReadFaderRow(faders, f);
             std::string caption = f.Name;
             if (f.Function >= 1 && f.Function <= 3)
                 caption += "  (" + std::string(PresetCodes::kFaderFunctions[f.Function].tag) + ")";
@@ -219,17 +208,7 @@ bool LoadPC1600xFormFromPool(Session& session, std::int64_t id) {
         bool incompatible = false;
         while (buttons.step() && index < kButtonCount) {
             ButtonDef& b = preset.Buttons[index];
-            b.Name = buttons.isNull("Name") ? std::string() : DisplayDBString(buttons.getText("Name"));
-            b.Function = i16(buttons, "Function");
-            b.Channel = i16(buttons, "Channel");
-            b.ProgChange = i16(buttons, "ProgChange");
-            b.Velocity = i16(buttons, "Velocity");
-            b.Note = i16(buttons, "Note");
-            b.String1 = buttons.getText("String1");
-            b.String2 = buttons.getText("String2");
-            b.Scene = DisplayDBString(buttons.getText("Scene"));
-            b.ScenePreset = static_cast<std::int32_t>(buttons.getInt("ScenePreset"));
-            b.DeviceMapString = buttons.getText("DeviceMapString");
+            ReadButtonRow(buttons, b);
             if (pc1600 && (b.Function == 8 || b.Function == 9)) {
                 b.Function = 0;
                 incompatible = true;

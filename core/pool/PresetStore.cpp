@@ -5,6 +5,7 @@
 #include "preset/PristinePreset.h"
 #include "memimage/MemImageState.h"
 #include "midistrings/MSBModule.h"
+#include "pool/ControlRows.h"
 #include "pool/MemImageOrPoolChoiceForm.h"
 #include "pool/PoolDates.h"
 #include "pool/PoolList.h"
@@ -181,6 +182,17 @@ std::int64_t writePresetRow(Session& session, std::optional<std::int64_t> existi
     return existingId ? *existingId : db.lastInsertId();
 }
 
+// Drops a preset's rows of one control table with the message strings hung
+// on them. `table` is one of our own table names, never user text.
+void deleteControlRows(Database& db, std::int64_t id, const std::string& table, char mapType) {
+    db.prepare("DELETE FROM MessageStringRec WHERE MapType = :MapType AND MapREF IN (SELECT ID FROM " + table +
+               " WHERE PresetREF = :ID)")
+        .bind(":MapType", std::string(1, mapType))
+        .bind(":ID", id)
+        .run();
+    db.prepare("DELETE FROM " + table + " WHERE PresetREF = :ID").bind(":ID", id).run();
+}
+
 void rewriteCompanions(Session& session, std::int64_t id, bool keepOldScenes) {
     Database& db = session.pool.db();
     const EditorState& editor = session.editor;
@@ -194,47 +206,23 @@ void rewriteCompanions(Session& session, std::int64_t id, bool keepOldScenes) {
     db.prepare("DELETE FROM MessageStringRec WHERE MapREF = :ID AND MapType = 'P'").bind(":ID", id).run();
     writeSubstrings(strings, 'P', id, 0, preset.SetupStrings);
 
-    db.prepare("DELETE FROM MessageStringRec WHERE MapType = 'F' AND MapREF IN "
-               "(SELECT ID FROM FaderRec WHERE PresetREF = :ID)")
-        .bind(":ID", id)
-        .run();
-    db.prepare("DELETE FROM FaderRec WHERE PresetREF = :ID").bind(":ID", id).run();
-    Statement faders = db.prepare(
-        "INSERT INTO FaderRec (PresetREF, \"Index\", Name, Value, Function, Min, Max, Channel, CCNum, Polarity, "
-        "ReplaceMode, MIDIString, ParamFormat, MasterOf, DeviceMapString) VALUES (:Preset, :Index, :Name, :Value, "
-        ":Function, :Min, :Max, :Channel, :CCNum, :Polarity, :ReplaceMode, :MIDIString, :ParamFormat, :MasterOf, "
-        ":DeviceMapString)");
+    deleteControlRows(db, id, "FaderRec", 'F');
+    Statement faders = PrepareFaderInsert(db);
     for (int index = 0; index < kFaderCount; ++index) {
-        const FaderDef& f = preset.Faders[index];
-        faders.reset();
-        faders.bind(":Preset", id).bind(":Index", index).bind(":Name", Trim(SafeDBString(f.Name)))
-            .bind(":Value", f.Value).bind(":Function", f.Function).bind(":Min", f.Min).bind(":Max", f.Max)
-            .bind(":Channel", f.Channel).bind(":CCNum", f.CCNum).bind(":Polarity", f.Polarity)
-            .bind(":ReplaceMode", f.ReplaceMode).bind(":MIDIString", Trim(f.MIDIString))
-            .bind(":ParamFormat", f.ParamFormat).bind(":MasterOf", f.MasterOf)
-            .bind(":DeviceMapString", f.DeviceMapString);
-        faders.run();
+        FaderDef f = preset.Faders[index];
+        f.Name = Trim(SafeDBString(f.Name));
+        f.MIDIString = Trim(f.MIDIString);
+        InsertFaderRow(faders, id, index, f);
         writeSubstrings(strings, 'F', db.lastInsertId(), 0, preset.FaderStrings[index]);
     }
 
-    db.prepare("DELETE FROM MessageStringRec WHERE MapType = 'B' AND MapREF IN "
-               "(SELECT ID FROM ButtonRec WHERE PresetREF = :ID)")
-        .bind(":ID", id)
-        .run();
-    db.prepare("DELETE FROM ButtonRec WHERE PresetREF = :ID").bind(":ID", id).run();
-    Statement buttons = db.prepare(
-        "INSERT INTO ButtonRec (PresetREF, \"Index\", Name, Function, Channel, DeviceMapString, Note, ProgChange, "
-        "Scene, ScenePreset, String1, String2, Velocity) VALUES (:Preset, :Index, :Name, :Function, :Channel, "
-        ":DeviceMapString, :Note, :ProgChange, :Scene, :ScenePreset, :String1, :String2, :Velocity)");
+    deleteControlRows(db, id, "ButtonRec", 'B');
+    Statement buttons = PrepareButtonInsert(db);
     for (int index = 0; index < kButtonCount; ++index) {
-        const ButtonDef& b = preset.Buttons[index];
-        buttons.reset();
-        buttons.bind(":Preset", id).bind(":Index", index).bind(":Name", Trim(SafeDBString(b.Name)))
-            .bind(":Function", b.Function).bind(":Channel", b.Channel).bind(":DeviceMapString", b.DeviceMapString)
-            .bind(":Note", b.Note).bind(":ProgChange", b.ProgChange).bind(":Scene", SafeDBString(b.Scene))
-            .bind(":ScenePreset", static_cast<std::int64_t>(b.ScenePreset)).bind(":String1", b.String1)
-            .bind(":String2", b.String2).bind(":Velocity", b.Velocity);
-        buttons.run();
+        ButtonDef b = preset.Buttons[index];
+        b.Name = Trim(SafeDBString(b.Name));
+        b.Scene = SafeDBString(b.Scene);
+        InsertButtonRow(buttons, id, index, b);
         const std::int64_t buttonId = db.lastInsertId();
         writeSubstrings(strings, 'B', buttonId, 1, preset.ButtonStrings1[index]);
         writeSubstrings(strings, 'B', buttonId, 2, preset.ButtonStrings2[index]);

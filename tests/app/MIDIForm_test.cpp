@@ -7,11 +7,11 @@
 #include <QSpinBox>
 #include <QtTest>
 
+#include "FormDriver.h"
 #include "TestSession.h"
 #include "midilink/LoopbackBackend.h"
 #include "midilink/MIDIForm.h"
 #include "midilink/MIDIFormOperations.h"
-#include "midilink/PeekForm.h"
 #include "midilink/VirtualPC1600.h"
 
 using namespace tavlo;
@@ -32,13 +32,6 @@ private slots:
 
 namespace {
 
-template <typename T>
-T* Find(QWidget& w, const char* name) {
-    T* child = w.findChild<T*>(name);
-    if (!child) qFatal("no widget %s", name);
-    return child;
-}
-
 void ClickLine(QListWidget* list, int row) {
     QListWidgetItem* item = list->item(row);
     QVERIFY(item);
@@ -46,7 +39,7 @@ void ClickLine(QListWidget* list, int row) {
 }
 
 void TypeFreeMemory(MIDIForm& form, const QString& text) {
-    auto* edit = Find<QLineEdit>(form, "FreeMemText");
+    auto* edit = Find<QLineEdit>(&form, "FreeMemText");
     edit->selectAll();
     QTest::keyClick(edit, Qt::Key_Delete);
     QTest::keyClicks(edit, text);
@@ -62,49 +55,39 @@ std::string StoredText(Session& session, const char* column) {
 void MIDIFormTest::newUserFindsTheVirtualDeviceSelectedAndFound() {
     TestSession ts;
     MIDIForm form(*ts);
-    PeekForm peek(*ts);
     QVERIFY(LoadMidiConfiguration(*ts));
     QVERIFY(form.isVisible());
     for (const char* name : {"MIDIInDevicesList", "MIDIOutDevicesList", "MIDILearnInDeviceList", "MIDISimOutDeviceList"}) {
-        auto* list = Find<QListWidget>(form, name);
+        auto* list = Find<QListWidget>(&form, name);
         QVERIFY2(list->currentItem(), name);
         QCOMPARE(list->currentItem()->text(), QString("Tavlo Virtual PC1600"));
     }
-    QVERIFY(Find<QRadioButton>(form, "ModelOption_0")->isChecked());
-    QCOMPARE(Find<QComboBox>(form, "TimeoutCombo")->currentText(), QString("Medium"));
-    QCOMPARE(Find<QLineEdit>(form, "FreeMemText")->text(), QString("20904"));
+    QVERIFY(Find<QRadioButton>(&form, "ModelOption_0")->isChecked());
+    QCOMPARE(Find<QComboBox>(&form, "TimeoutCombo")->currentText(), QString("Medium"));
+    QCOMPARE(Find<QLineEdit>(&form, "FreeMemText")->text(), QString("20904"));
 
     // The channel search finds it; during the search everything is disabled.
     bool disabledDuringSearch = false;
     ts.pump.onYield = [&] {
-        if (!Find<QRadioButton>(form, "ModelOption_1")->isEnabled() &&
+        if (!Find<QRadioButton>(&form, "ModelOption_1")->isEnabled() &&
             form.windowTitle().startsWith("Midi Configuration - TESTING CHANNEL"))
             disabledDuringSearch = true;
     };
     ts->midiLink.virtualDevice().setSettings({.deviceId = 2});
     ts.prompter.expectMessage("Received Response", "Your PC1600(x) was found on MIDI In Channel 03!",
                               MessageAnswer::OK);
-    QTest::mouseClick(Find<QPushButton>(form, "TestButton"), Qt::LeftButton);
+    Click(&form, "TestButton");
     QVERIFY(ts.prompter.done());
     QCOMPARE(ts.prompter.seen().size(), std::size_t(1));
     QVERIFY(disabledDuringSearch);
-    QCOMPARE(Find<QComboBox>(form, "MIDIChannelCombo")->currentText(), QString("3"));
+    QCOMPARE(Find<QComboBox>(&form, "MIDIChannelCombo")->currentText(), QString("3"));
     QCOMPARE(form.windowTitle(), QString("Midi Configuration"));
-    QVERIFY(Find<QPushButton>(form, "OKButton")->isEnabled());
+    QVERIFY(Find<QPushButton>(&form, "OKButton")->isEnabled());
     ts.pump.onYield = nullptr;
 
-    QTest::mouseClick(Find<QPushButton>(form, "OKButton"), Qt::LeftButton);
+    Click(&form, "OKButton");
     QVERIFY(!form.isVisible());
     QCOMPARE(StoredText(*ts, "MIDIOutDevice"), std::string("Tavlo Virtual PC1600"));
-
-    // "Take a Peek at the Presets" lists its 50 slots.
-    peek.peek();
-    auto* list = Find<QListWidget>(peek, "PeekList");
-    QCOMPARE(list->count(), 51);
-    QCOMPARE(list->item(0)->text(), QString("EditBuffer:  --Initialized-- "));
-    QCOMPARE(list->item(1)->text(), QString("01:  --Initialized-- "));
-    QCOMPARE(list->item(50)->text(), QString("50:  --Initialized-- "));
-    QVERIFY(peek.isVisible());
 
 }
 
@@ -131,7 +114,7 @@ void MIDIFormTest::freeMemoryLimits() {
                                   "The value you entered for Free Memory seems out of order.  The basic PC1600(x) "
                                   "has 20904 bytes free.  Please check your device.",
                                   MessageAnswer::OK);
-    QTest::mouseClick(Find<QPushButton>(form, "OKButton"), Qt::LeftButton);
+    Click(&form, "OKButton");
     QVERIFY(ts.prompter.done());
     QCOMPARE(ts.prompter.seen().size(), std::size_t(accepted ? 0 : 1));
     QCOMPARE(form.isVisible(), !accepted);
@@ -154,17 +137,17 @@ void MIDIFormTest::missingSelectionsKeepTheWindowUntilChosen() {
         "You must specify the MIDI In and Out Ports which will allow this software to communicate with your "
         "PC1600(x).  If you don't want to specify a Learn Device now, just select any of them to get past this "
         "window.";
-    auto* ok = Find<QPushButton>(form, "OKButton");
+    auto* ok = Find<QPushButton>(&form, "OKButton");
     const char* lists[] = {"MIDIInDevicesList", "MIDIOutDevicesList", "MIDILearnInDeviceList"};
     for (const char* name : lists) {
         ts.prompter.expectMessage("Cannot Exit", text, MessageAnswer::OK);
         QTest::mouseClick(ok, Qt::LeftButton);
         QVERIFY2(ts.prompter.done(), name);
         QVERIFY(form.isVisible());
-        ClickLine(Find<QListWidget>(form, name), 0);
+        ClickLine(Find<QListWidget>(&form, name), 0);
     }
     // The simulation output may stay unselected.
-    QVERIFY(!Find<QListWidget>(form, "MIDISimOutDeviceList")->currentItem());
+    QVERIFY(!Find<QListWidget>(&form, "MIDISimOutDeviceList")->currentItem());
     QTest::mouseClick(ok, Qt::LeftButton);
     QVERIFY(!form.isVisible());
     QCOMPARE(ts.prompter.seen().size(), std::size_t(3));
@@ -198,13 +181,13 @@ void MIDIFormTest::settingsReachTheConfigurationRow() {
     LoadMidiConfiguration(*ts);
     int modelNotices = 0;
     ts->midi.subscribe([&] { ++modelNotices; });
-    Find<QRadioButton>(form, "ModelOption_1")->click();
-    Find<QComboBox>(form, "MIDIChannelCombo")->setCurrentIndex(11);
-    Find<QComboBox>(form, "TimeoutCombo")->setCurrentIndex(0);
-    Find<QCheckBox>(form, "ManualCheck")->click();
+    Find<QRadioButton>(&form, "ModelOption_1")->click();
+    Find<QComboBox>(&form, "MIDIChannelCombo")->setCurrentIndex(11);
+    Find<QComboBox>(&form, "TimeoutCombo")->setCurrentIndex(0);
+    Find<QCheckBox>(&form, "ManualCheck")->click();
     QVERIFY(ts->midi.PC1600Model);
     QCOMPARE(ts->midi.DeviceId, 11);
-    QTest::mouseClick(Find<QPushButton>(form, "OKButton"), Qt::LeftButton);
+    Click(&form, "OKButton");
     QVERIFY(!form.isVisible());
     QCOMPARE(StoredText(*ts, "LearnTolerance"), std::string("|0I1"));
     QCOMPARE(StoredText(*ts, "PC1600Model"), std::string("-1"));
@@ -221,12 +204,12 @@ void MIDIFormTest::aPortThatCannotOpenIsNamed() {
     MIDIForm form(*ts);
     LoadMidiConfiguration(*ts);
     ts.prompter.expectMessage("Cannot Open MIDI Port");
-    ClickLine(Find<QListWidget>(form, "MIDIOutDevicesList"), 0);
+    ClickLine(Find<QListWidget>(&form, "MIDIOutDevicesList"), 0);
     QVERIFY(ts.prompter.done());
     QVERIFY(ts.prompter.seen().back().text.find("Busy Port") != std::string::npos);
     QVERIFY(!ts->midiLink.MIDIOut.isOpen());
     QCOMPARE(ts.prompter.seen().size(), std::size_t(1));
-    ClickLine(Find<QListWidget>(form, "MIDIOutDevicesList"), 1);
+    ClickLine(Find<QListWidget>(&form, "MIDIOutDevicesList"), 1);
     QVERIFY(ts->midiLink.MIDIOut.isOpen());
     QCOMPARE(ts->midiLink.MIDIOut.openName(), std::string("Free Port"));
 }
@@ -235,9 +218,9 @@ void MIDIFormTest::theVirtualDevicesSettingsAndMemory() {
     TestSession ts;
     MIDIForm form(*ts);
     LoadMidiConfiguration(*ts);
-    Find<QComboBox>(form, "VirtualChannelCombo")->setCurrentIndex(4);
-    Find<QSpinBox>(form, "VirtualDelaySpin")->setValue(300);
-    Find<QCheckBox>(form, "VirtualPacingCheck")->click();
+    Find<QComboBox>(&form, "VirtualChannelCombo")->setCurrentIndex(4);
+    Find<QSpinBox>(&form, "VirtualDelaySpin")->setValue(300);
+    Find<QCheckBox>(&form, "VirtualPacingCheck")->click();
     const VirtualDeviceSettings& settings = ts->midiLink.virtualDevice().settings();
     QCOMPARE(settings.deviceId, 4);
     QCOMPARE(settings.replyDelayMs, 300);
@@ -246,13 +229,13 @@ void MIDIFormTest::theVirtualDevicesSettingsAndMemory() {
     // Slow as it is now, the search still finds it on its channel.
     ts.prompter.expectMessage("Received Response", "Your PC1600(x) was found on MIDI In Channel 05!",
                               MessageAnswer::OK);
-    QTest::mouseClick(Find<QPushButton>(form, "TestButton"), Qt::LeftButton);
+    Click(&form, "TestButton");
     QVERIFY(ts.prompter.done());
 
     // Its memory goes to a file and comes back; a file without a dump is refused.
     const std::string saved = ts.dir.file("memory.syx");
     ts.prompter.expectSaveFile("Save the Memory of the Virtual PC1600", saved);
-    QTest::mouseClick(Find<QPushButton>(form, "VirtualSaveButton"), Qt::LeftButton);
+    Click(&form, "VirtualSaveButton");
     const std::string before = ts->midiLink.virtualDevice().memoryAsSyx();
     QFile junk(QString::fromStdString(ts.dir.file("junk.syx")));
     QVERIFY(junk.open(QIODevice::WriteOnly));
@@ -260,11 +243,11 @@ void MIDIFormTest::theVirtualDevicesSettingsAndMemory() {
     junk.close();
     ts.prompter.expectOpenFile("Load the Memory of the Virtual PC1600", ts.dir.file("junk.syx"));
     ts.prompter.expectMessage("Cannot Load Sysex File", "The file holds no PC1600(x) dump.", MessageAnswer::OK);
-    QTest::mouseClick(Find<QPushButton>(form, "VirtualLoadButton"), Qt::LeftButton);
+    Click(&form, "VirtualLoadButton");
     QVERIFY(ts.prompter.done());
     QCOMPARE(ts->midiLink.virtualDevice().memoryAsSyx(), before);
     ts.prompter.expectOpenFile("Load the Memory of the Virtual PC1600", saved);
-    QTest::mouseClick(Find<QPushButton>(form, "VirtualLoadButton"), Qt::LeftButton);
+    Click(&form, "VirtualLoadButton");
     QVERIFY(ts.prompter.done());
     QCOMPARE(ts.prompter.seen().size(), std::size_t(5));
     QCOMPARE(ts->midiLink.virtualDevice().memoryAsSyx(), before);

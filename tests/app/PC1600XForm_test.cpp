@@ -11,6 +11,7 @@
 #include <QTimer>
 #include <QtTest>
 
+#include "FormDriver.h"
 #include "TestSession.h"
 #include "editor/EditorDefaults.h"
 #include "editor/PC1600XForm.h"
@@ -26,7 +27,7 @@
 using namespace tavlo;
 using namespace tavlo::testing;
 
-class PC1600XFormTest : public QObject {
+class PC1600XFormTest : public QObject, FormDriver {
     Q_OBJECT
 private slots:
     void init();
@@ -43,27 +44,8 @@ private slots:
     void theOriginalPC1600LosesSetupSceneAndBankMSB();
     void closingAsksAndOnlyHides();
     void theMainWindowOpensTheEditorForANewPreset();
-    void grabForReview();
 
 private:
-    template <typename T>
-    T* w(const char* name) {
-        T* widget = form->findChild<T*>(name);
-        if (!widget) qFatal("no widget %s", name);
-        return widget;
-    }
-    void choose(const char* comboName, int index) {
-        auto* combo = w<QComboBox>(comboName);
-        combo->setCurrentIndex(index);
-        emit combo->activated(index);
-    }
-    void type(const char* textName, const QString& text) {
-        auto* edit = w<QLineEdit>(textName);
-        edit->setFocus();
-        edit->selectAll();
-        QTest::keyClicks(edit, text);
-        QTest::keyClick(edit, Qt::Key_Return);
-    }
     EditorState& editor() { return (*t)->editor; }
 
     std::unique_ptr<TestSession> t;
@@ -73,6 +55,7 @@ private:
 void PC1600XFormTest::init() {
     t = std::make_unique<TestSession>();
     form = std::make_unique<PC1600XForm>(**t);
+    root = form.get();
     form->show();
     QVERIFY(QTest::qWaitForWindowExposed(form.get()));
 }
@@ -93,18 +76,15 @@ void PC1600XFormTest::fitsTheScreenAndTabsFollowThePanel() {
     w<QSlider>("PCSlider_3")->setFocus();
     QTest::keyClick(form->focusWidget(), Qt::Key_Tab);
     QCOMPARE(form->focusWidget()->objectName(), QString("PCSlider_4"));
-    QVERIFY(!w<QPushButton>("MakeSceneButton")->toolTip().isEmpty());
     QCOMPARE(w<QPushButton>("MakeSceneButton")->toolTip(), QString("Make a New Scene from these Fader positions"));
     QCOMPARE(w<QPushButton>("SetupStringButton")->text(), QString("Preset Setup Information"));
     QCOMPARE(w<QCheckBox>("MSBCheck")->text(), QString("Send MSB (unchecked sends LSB)"));
     // Later work: in place, disabled.
-    QVERIFY(!w<QPushButton>("MapFaderButton")->isEnabled());
-    QVERIFY(!w<QPushButton>("SimulateButton")->isEnabled());
-    QVERIFY(!w<QPushButton>("PrintButton")->isEnabled());
+    for (const char* name : {"MapFaderButton", "SimulateButton", "PrintButton"}) QVERIFY2(!w<QWidget>(name)->isEnabled(), name);
 }
 
 void PC1600XFormTest::choosingAFunctionShowsItsControlsAndSetsTheRange() {
-    QTest::mouseClick(w<QSlider>("PCSlider_3"), Qt::LeftButton);
+    click("PCSlider_3");
     QCOMPARE(w<QGroupBox>("FaderFrame")->title(), QString("Control Settings for FADER 4"));
     QVERIFY(w<QSlider>("PCSlider_3")->styleSheet().contains("border"));
     QVERIFY(!w<QLineEdit>("NameText")->isVisible());
@@ -155,7 +135,7 @@ void PC1600XFormTest::choosingAFunctionShowsItsControlsAndSetsTheRange() {
     choose("FunctionCombo", 2);
     QVERIFY(w<QCheckBox>("Check1_0")->isVisible());
     QVERIFY(!w<QCheckBox>("Check1_3")->isEnabled());
-    QTest::mouseClick(w<QCheckBox>("Check1_5"), Qt::LeftButton);
+    click("Check1_5");
     QCOMPARE(editor().preset.Faders[3].MasterOf[5], 'X');
 
     choose("FunctionCombo", 4);
@@ -169,7 +149,7 @@ void PC1600XFormTest::choosingAFunctionShowsItsControlsAndSetsTheRange() {
 }
 
 void PC1600XFormTest::buttonFunctionsAndTheirParameterTexts() {
-    QTest::mouseClick(w<QPushButton>("PCButton_6"), Qt::LeftButton);
+    click("PCButton_6");
     QVERIFY(w<QGroupBox>("ButtonFrame")->isVisible());
     QVERIFY(!w<QGroupBox>("FaderFrame")->isVisible());
     QCOMPARE(w<QGroupBox>("ButtonFrame")->title(), QString("Settings for Button #7"));
@@ -197,7 +177,7 @@ void PC1600XFormTest::buttonFunctionsAndTheirParameterTexts() {
 }
 
 void PC1600XFormTest::labelClickSetsTheDefaultWithAFlash() {
-    QTest::mouseClick(w<QSlider>("PCSlider_0"), Qt::LeftButton);
+    click("PCSlider_0");
     choose("FunctionCombo", 1);
     type("ChannelText", "10");
     auto* label = w<QLabel>("ChannelLabel");
@@ -209,7 +189,7 @@ void PC1600XFormTest::labelClickSetsTheDefaultWithAFlash() {
     QTRY_VERIFY_WITH_TIMEOUT(!label->styleSheet().contains("#d00000"), 1000);
 
     // A new fader takes the default when the function is chosen.
-    QTest::mouseClick(w<QSlider>("PCSlider_1"), Qt::LeftButton);
+    click("PCSlider_1");
     choose("FunctionCombo", 1);
     QCOMPARE(editor().preset.Faders[1].Channel, 9);
 }
@@ -229,7 +209,7 @@ void PC1600XFormTest::makeAndSelectAScene() {
     QTest::keyClick(slider, Qt::Key_End);  // 127
     editor().PristinePreset = editor().preset;
     t->prompter.expectInput("Make a New Scene", std::string("Loud"));
-    QTest::mouseClick(w<QPushButton>("MakeSceneButton"), Qt::LeftButton);
+    click("MakeSceneButton");
     QVERIFY(t->prompter.done());
     QCOMPARE(db.queryInt("SELECT Fader3 FROM SceneRec WHERE Name = 'Loud'"), 254);
     QCOMPARE(w<QComboBox>("SelectSceneCombo")->currentText(), QString("Loud"));
@@ -241,7 +221,7 @@ void PC1600XFormTest::makeAndSelectAScene() {
     QCOMPARE(slider->value(), 127);
 
     // A Send Scene button picks it from its list.
-    QTest::mouseClick(w<QPushButton>("PCButton_0"), Qt::LeftButton);
+    click("PCButton_0");
     choose("BFunctionCombo", 9);
     QVERIFY(w<QComboBox>("BSceneCombo")->isVisible());
     choose("BSceneCombo", w<QComboBox>("BSceneCombo")->findText("Loud"));
@@ -250,22 +230,20 @@ void PC1600XFormTest::makeAndSelectAScene() {
 }
 
 void PC1600XFormTest::copyPasteAndSpread() {
-    QTest::mouseClick(w<QSlider>("PCSlider_4"), Qt::LeftButton);
+    click("PCSlider_4");
     choose("FunctionCombo", 1);
     type("ChannelText", "3");
-    QTest::mouseClick(w<QPushButton>("CopyButton"), Qt::LeftButton);
+    click("CopyButton");
     QVERIFY(w<QPushButton>("PasteButton")->isVisible());
     QCOMPARE(w<QPushButton>("PasteButton")->text(), QString("Paste Fader 5"));
-    QTest::mouseClick(w<QSlider>("PCSlider_10"), Qt::LeftButton);
-    QTest::mouseClick(w<QPushButton>("PasteButton"), Qt::LeftButton);
+    click("PCSlider_10");
+    click("PasteButton");
     QCOMPARE(editor().preset.Faders[10].Function, 1);
     QCOMPARE(editor().preset.Faders[10].Channel, 2);
 
-    QTest::mouseClick(w<QSlider>("PCSlider_4"), Qt::LeftButton);
+    click("PCSlider_4");
     bool sawForm = false;
-    QTimer::singleShot(0, this, [&] {
-        QWidget* dialog = QApplication::activeModalWidget();
-        QVERIFY(dialog);
+    WhenModalOpens(this, [&](QDialog* dialog) {
         sawForm = dialog->objectName() == "SpreadForm";
         QCOMPARE(dialog->windowTitle(), QString("Spread Fader Functions"));
         QCOMPARE(dialog->findChild<QRadioButton*>("SpreadOption_0")->text(), QString("Spread across Channels"));
@@ -274,9 +252,9 @@ void PC1600XFormTest::copyPasteAndSpread() {
         QCOMPARE(from->currentItem()->text(), QString("Fader #5 (Fader #5)"));
         from->setCurrentRow(0);
         dialog->findChild<QListWidget*>("ToList")->setCurrentRow(7);
-        QTest::mouseClick(dialog->findChild<QPushButton*>("SpreadButton"), Qt::LeftButton);
+        Click(dialog, "SpreadButton");
     });
-    QTest::mouseClick(w<QPushButton>("SpreadButton"), Qt::LeftButton);
+    click("SpreadButton");
     QVERIFY(sawForm);
     QCOMPARE(editor().preset.Faders[0].Channel, 1);
     QCOMPARE(editor().preset.Faders[7].Channel, 5);
@@ -285,12 +263,8 @@ void PC1600XFormTest::copyPasteAndSpread() {
 
     // Cancel spreads nothing.
     editor().preset.Faders[12].Function = 0;
-    QTimer::singleShot(0, this, [] {
-        QWidget* dialog = QApplication::activeModalWidget();
-        QVERIFY(dialog);
-        QTest::mouseClick(dialog->findChild<QPushButton*>("CancelButton"), Qt::LeftButton);
-    });
-    QTest::mouseClick(w<QPushButton>("SpreadButton"), Qt::LeftButton);
+    WhenModalOpens(this, [](QDialog* dialog) { Click(dialog, "CancelButton"); });
+    click("SpreadButton");
     QCOMPARE(editor().preset.Faders[12].Function, 0);
 }
 
@@ -301,36 +275,31 @@ void PC1600XFormTest::anotherPresetsSceneFromAllScenesForm() {
     db.prepare("INSERT INTO SceneRec (PresetREF, Name) VALUES (:P, 'Quiet')").bind(":P", other).run();
     editor().preset.Name = "Mine";
 
-    QTest::mouseClick(w<QPushButton>("PCButton_2"), Qt::LeftButton);
+    click("PCButton_2");
     choose("BFunctionCombo", 9);
     // OK without a choice is refused; then the scene is chosen.
     t->prompter.expectMessage("Cannot Update Preset",
                               "No Scene has been selected.  Please choose one or click the CANCEL button.",
                               MessageAnswer::OK);
-    QTimer::singleShot(0, this, [] {
-        QWidget* dialog = QApplication::activeModalWidget();
-        QVERIFY(dialog && dialog->objectName() == "AllScenesForm");
+    WhenModalOpens(this, [](QDialog* dialog) {
+        QCOMPARE(dialog->objectName(), QString("AllScenesForm"));
         auto* list = dialog->findChild<QListWidget*>("SceneList");
         QCOMPARE(list->count(), 1);
         QCOMPARE(list->item(0)->text(), QString("'Quiet'  - from Preset 'Other'"));
-        QTest::mouseClick(dialog->findChild<QPushButton*>("OKButton"), Qt::LeftButton);
+        Click(dialog, "OKButton");
         QVERIFY(dialog->isVisible());
         list->setCurrentRow(0);
-        QTest::mouseClick(dialog->findChild<QPushButton*>("OKButton"), Qt::LeftButton);
+        Click(dialog, "OKButton");
     });
-    QTest::mouseClick(w<QPushButton>("BOtherSceneButton"), Qt::LeftButton);
+    click("BOtherSceneButton");
     QCOMPARE(editor().preset.Buttons[2].Scene, std::string("Quiet"));
     QCOMPARE(editor().preset.Buttons[2].ScenePreset, static_cast<std::int32_t>(other));
     QCOMPARE(w<QComboBox>("BSceneCombo")->currentText(), QString("Quiet  - from Other"));
 
     // Cancel picks nothing and changes nothing.
-    QTest::mouseClick(w<QPushButton>("SetupStringButton"), Qt::LeftButton);
-    QTimer::singleShot(0, this, [] {
-        QWidget* dialog = QApplication::activeModalWidget();
-        QVERIFY(dialog);
-        QTest::mouseClick(dialog->findChild<QPushButton*>("CancelButton"), Qt::LeftButton);
-    });
-    QTest::mouseClick(w<QPushButton>("SOtherSceneButton"), Qt::LeftButton);
+    click("SetupStringButton");
+    WhenModalOpens(this, [](QDialog* dialog) { Click(dialog, "CancelButton"); });
+    click("SOtherSceneButton");
     QCOMPARE(editor().preset.SetupScene, std::string("<none>"));
     QVERIFY(t->prompter.done());
 }
@@ -367,7 +336,7 @@ void PC1600XFormTest::aHeldPressDragsAndAClickDoesNot() {
 }
 
 void PC1600XFormTest::setupFrame() {
-    QTest::mouseClick(w<QPushButton>("SetupStringButton"), Qt::LeftButton);
+    click("SetupStringButton");
     QVERIFY(w<QGroupBox>("SetupFrame")->isVisible());
     QVERIFY(!w<QGroupBox>("FaderFrame")->isVisible());
     QCOMPARE(w<QLineEdit>("SVolumeText")->text(), QString("Off"));
@@ -376,22 +345,22 @@ void PC1600XFormTest::setupFrame() {
     QCOMPARE(w<QLineEdit>("SVolumeText")->text(), QString("127"));
     QCOMPARE(editor().preset.SetupChannels[2].Volume, 128);
     type("SBankText", "5");
-    QTest::mouseClick(w<QCheckBox>("MSBCheck"), Qt::LeftButton);
+    click("MSBCheck");
     QCOMPARE(editor().preset.SetupChannels[2].BankIsMSB, 1);
     type("SVolumeText", "off");
     QCOMPARE(editor().preset.SetupChannels[2].Volume, 0);
     t->prompter.expectMessage("About to Make Channel Setups Same",
                               "Are you sure you want to make all the Setup Channel information the same as Channel 3?",
                               MessageAnswer::Yes);
-    QTest::mouseClick(w<QPushButton>("MakeSameButton"), Qt::LeftButton);
+    click("MakeSameButton");
     QCOMPARE(editor().preset.SetupChannels[15].Bank, 6);
-    QTest::mouseClick(w<QLabel>("SetupChannelMapLabel"), Qt::LeftButton);
+    click("SetupChannelMapLabel");
     QCOMPARE(t->pool.db().queryInt("SELECT COUNT(*) FROM DefaultsTable WHERE Field LIKE 'SetupChannel%'"), 16);
     QVERIFY(t->prompter.done());
 }
 
 void PC1600XFormTest::theOriginalPC1600LosesSetupSceneAndBankMSB() {
-    QTest::mouseClick(w<QPushButton>("SetupStringButton"), Qt::LeftButton);
+    click("SetupStringButton");
     for (const bool pc1600 : {true, false}) {
         // The configuration window's OK tells everyone that the model changed.
         t->session->midi.PC1600Model = pc1600;
@@ -404,7 +373,7 @@ void PC1600XFormTest::theOriginalPC1600LosesSetupSceneAndBankMSB() {
 void PC1600XFormTest::closingAsksAndOnlyHides() {
     type("PresetNameText", "My Preset");
     QCOMPARE(editor().preset.Name, std::string("My Preset"));
-    QTest::mouseClick(w<QPushButton>("PCButton_1"), Qt::LeftButton);
+    click("PCButton_1");
     choose("BFunctionCombo", 1);
     t->prompter.expectMessage("Store Preset in Pool?", MessageAnswer::Cancel);
     form->close();
@@ -440,35 +409,6 @@ void PC1600XFormTest::theMainWindowOpensTheEditorForANewPreset() {
     menu->trigger();
     QVERIFY(frame->isVisible());
     QVERIFY(prompter.done());
-}
-
-void PC1600XFormTest::grabForReview() {
-    // With TAVLO_GRAB_DIR set, the window is saved as pictures to look at.
-    const QByteArray dir = qgetenv("TAVLO_GRAB_DIR");
-    if (dir.isEmpty()) QSKIP("TAVLO_GRAB_DIR not set");
-    QTest::mouseClick(w<QSlider>("PCSlider_0"), Qt::LeftButton);
-    choose("FunctionCombo", 1);
-    type("NameText", "Volume");
-    QTest::mouseClick(w<QPushButton>("PCButton_1"), Qt::LeftButton);
-    choose("BFunctionCombo", 3);
-    type("BNameText", "Piano");
-    QTest::mouseClick(w<QSlider>("PCSlider_0"), Qt::LeftButton);
-    form->grab().save(QString(dir) + "/editor-fader.png");
-    QTest::mouseClick(w<QPushButton>("PCButton_1"), Qt::LeftButton);
-    form->grab().save(QString(dir) + "/editor-button.png");
-    QTest::mouseClick(w<QPushButton>("SetupStringButton"), Qt::LeftButton);
-    form->grab().save(QString(dir) + "/editor-setup.png");
-
-    // The editor inside the main window on a 1366x768 screen.
-    TempDir poolDir;
-    ScriptedPrompter prompter;
-    TavloProgram program(prompter);
-    QVERIFY(program.start(poolDir.file("Tavlo.mdb")));
-    program.controller()->resize(1366, 740);
-    program.controller()->show();
-    program.controller()->findChild<QAction*>("NewPresetMenu")->trigger();
-    QTest::qWait(50);
-    program.controller()->grab().save(QString(dir) + "/main-1366.png");
 }
 
 QTEST_MAIN(PC1600XFormTest)

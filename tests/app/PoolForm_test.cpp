@@ -10,6 +10,7 @@
 #include <QRadioButton>
 #include <QtTest>
 
+#include "FormDriver.h"
 #include "TestSession.h"
 #include "editor/InitPreset.h"
 #include "pool/MemImageOrPoolChoiceForm.h"
@@ -20,7 +21,7 @@
 using namespace tavlo;
 using namespace tavlo::testing;
 
-class PoolFormTest : public QObject {
+class PoolFormTest : public QObject, FormDriver {
     Q_OBJECT
 private slots:
     void init();
@@ -35,12 +36,6 @@ private slots:
 private:
     std::int64_t store(const std::string& name, int scenes);
     QStringList lines() const;
-    template <typename W>
-    W* widget(const char* name) const {
-        W* w = form->findChild<W*>(name);
-        if (!w) qFatal("no widget %s", name);
-        return w;
-    }
 
     std::unique_ptr<TestSession> t;
     std::unique_ptr<PoolForm> form;
@@ -50,6 +45,7 @@ void PoolFormTest::init() {
     t = std::make_unique<TestSession>();
     (*t)->flags.ProgramInit = false;
     form = std::make_unique<PoolForm>(**t);
+    root = form.get();
     form->reload();
     form->show();
 }
@@ -73,7 +69,7 @@ std::int64_t PoolFormTest::store(const std::string& name, int scenes) {
 
 QStringList PoolFormTest::lines() const {
     QStringList out;
-    auto* list = widget<QListWidget>("PoolList");
+    auto* list = w<QListWidget>("PoolList");
     for (int i = 0; i < list->count(); ++i) out << list->item(i)->text();
     return out;
 }
@@ -86,53 +82,49 @@ void PoolFormTest::showsThePoolInBothOrders() {
         .run();
     form->reload();
     QCOMPARE(lines(), (QStringList{"--Initialized--", "Alpha", "Zed"}));
-    widget<QRadioButton>("OrderOption_0")->click();
+    w<QRadioButton>("OrderOption_0")->click();
     const QString pad(10, ' ');
     QCOMPARE(lines(), (QStringList{"> UNASSOCIATED ", pad + "--Initialized--", pad + "Alpha", "> Korg M1", pad + "Zed"}));
-    widget<QRadioButton>("OrderOption_1")->click();
+    w<QRadioButton>("OrderOption_1")->click();
     QCOMPARE(lines().size(), 3);
 }
 
 void PoolFormTest::selectingALineShowsItsDetails() {
     store("Detailed", 2);
     form->reload();
-    auto* list = widget<QListWidget>("PoolList");
-    QCOMPARE(widget<QLabel>("MemLabel")->text(), QString("Memory Used: 0"));
+    auto* list = w<QListWidget>("PoolList");
+    QCOMPARE(w<QLabel>("MemLabel")->text(), QString("Memory Used: 0"));
     list->setCurrentRow(lines().indexOf("Detailed"));
-    QCOMPARE(widget<QLabel>("MemLabel")->text(), QString("Memory Used: 8"));
-    QCOMPARE(widget<QListWidget>("SceneList")->count(), 2);
-    QVERIFY(widget<QLineEdit>("CreatedDateText")->text().contains(QRegularExpression("^\\d\\d/\\d\\d/\\d{4}$")));
-    QVERIFY(widget<QLineEdit>("CreatedDateText")->isReadOnly());
-    QVERIFY(!widget<QListWidget>("MIsUsingList")->isVisible());
+    QCOMPARE(w<QLabel>("MemLabel")->text(), QString("Memory Used: 8"));
+    QCOMPARE(w<QListWidget>("SceneList")->count(), 2);
+    QVERIFY(w<QLineEdit>("CreatedDateText")->text().contains(QRegularExpression("^\\d\\d/\\d\\d/\\d{4}$")));
+    QVERIFY(w<QLineEdit>("CreatedDateText")->isReadOnly());
+    QVERIFY(!w<QListWidget>("MIsUsingList")->isVisible());
     list->setCurrentRow(0);
-    QCOMPARE(widget<QLabel>("MemLabel")->text(), QString("Fixed System Preset"));
-    widget<QPushButton>("ShowMIsUseButton")->click();
-    QVERIFY(widget<QListWidget>("MIsUsingList")->isVisible());
-    QCOMPARE(widget<QListWidget>("MIsUsingList")->count(), 50);
+    QCOMPARE(w<QLabel>("MemLabel")->text(), QString("Fixed System Preset"));
+    w<QPushButton>("ShowMIsUseButton")->click();
+    QVERIFY(w<QListWidget>("MIsUsingList")->isVisible());
+    QCOMPARE(w<QListWidget>("MIsUsingList")->count(), 50);
 }
 
 void PoolFormTest::renameDuplicateAndDeleteThroughTheButtons() {
     store("Source", 1);
     form->reload();
-    auto* list = widget<QListWidget>("PoolList");
+    auto* list = w<QListWidget>("PoolList");
     list->setCurrentRow(lines().indexOf("Source"));
 
     t->prompter.expectInput("Rename Preset", std::string("Renamed"));
-    widget<QPushButton>("RenameButton")->click();
+    w<QPushButton>("RenameButton")->click();
     QCOMPARE(lines(), (QStringList{"--Initialized--", "Renamed"}));
     QCOMPARE(list->currentItem()->text(), QString("Renamed"));
 
     t->prompter.expectInput("Duplicate Preset", std::string("Renamed 2"));
-    widget<QPushButton>("DuplicateButton")->click();
+    w<QPushButton>("DuplicateButton")->click();
     QCOMPARE(lines(), (QStringList{"--Initialized--", "Renamed", "Renamed 2"}));
 
     list->setCurrentRow(lines().indexOf("Renamed"));
-    t->prompter.expectMessage("About to Delete Preset",
-                              "This will delete the Preset 'Renamed' and all attached Scenes and MIDI Messages.  All "
-                              "Memory Images which reference this Preset will now point to the '--Initialized--' "
-                              "Preset.  Are you sure?",
-                              MessageAnswer::Yes);
-    widget<QPushButton>("DeleteButton")->click();
+    t->prompter.expectMessage("About to Delete Preset", MessageAnswer::Yes);
+    w<QPushButton>("DeleteButton")->click();
     QCOMPARE(lines(), (QStringList{"--Initialized--", "Renamed 2"}));
     QVERIFY(t->prompter.done());
     QCOMPARE(t->prompter.seen().size(), std::size_t{3});
@@ -140,9 +132,9 @@ void PoolFormTest::renameDuplicateAndDeleteThroughTheButtons() {
 
 void PoolFormTest::buttonsThatWaitForOtherWindowsAreDisabled() {
     for (const char* name : {"CompareLeftButton", "CompareRightButton", "SendToMemImageButton"})
-        QVERIFY2(!widget<QPushButton>(name)->isEnabled(), name);
-    QCOMPARE(widget<QPushButton>("DeleteButton")->text(), QString("Delete Preset from Pool"));
-    QCOMPARE(widget<QRadioButton>("OrderOption_0")->text(), QString("Order by Associated Device"));
+        QVERIFY2(!w<QPushButton>(name)->isEnabled(), name);
+    QCOMPARE(w<QPushButton>("DeleteButton")->text(), QString("Delete Preset from Pool"));
+    QCOMPARE(w<QRadioButton>("OrderOption_0")->text(), QString("Order by Associated Device"));
 }
 
 void PoolFormTest::clashDialogueIsAModalDialogWithItsButtons() {
@@ -150,8 +142,8 @@ void PoolFormTest::clashDialogueIsAModalDialogWithItsButtons() {
     bool seen = false;
     QTimer::singleShot(0, [&] {
         QDialog* dialog = nullptr;
-        for (QWidget* w : QApplication::topLevelWidgets())
-            if (w->objectName() == "MemImageOrPoolChoiceForm" && w->isVisible()) dialog = qobject_cast<QDialog*>(w);
+        for (QWidget* top : QApplication::topLevelWidgets())
+            if (top->objectName() == "MemImageOrPoolChoiceForm" && top->isVisible()) dialog = qobject_cast<QDialog*>(top);
         QVERIFY(dialog);
         QVERIFY(dialog->isModal());
         for (const char* name : {"KeepPoolButton", "UseDownloadedButton", "RenamePoolButton", "RenameSysexButton",
@@ -171,19 +163,19 @@ void PoolFormTest::clashDialogueIsAModalDialogWithItsButtons() {
 void PoolFormTest::saveAndLoadASysexFile() {
     store("On Disk", 0);
     form->reload();
-    widget<QListWidget>("PoolList")->setCurrentRow(lines().indexOf("On Disk"));
+    w<QListWidget>("PoolList")->setCurrentRow(lines().indexOf("On Disk"));
     const std::string path = t->dir.file("disk.syx");
     t->prompter.expectSaveFile("Save Preset to Sysex or Tavlo Format File", path);
-    widget<QPushButton>("SavePresetSysexButton")->click();
+    w<QPushButton>("SavePresetSysexButton")->click();
     QVERIFY(QFileInfo::exists(QString::fromStdString(path)));
 
-    widget<QListWidget>("PoolList")->setCurrentRow(lines().indexOf("On Disk"));
+    w<QListWidget>("PoolList")->setCurrentRow(lines().indexOf("On Disk"));
     t->prompter.expectMessage("About to Delete Preset", MessageAnswer::Yes);
-    widget<QPushButton>("DeleteButton")->click();
+    w<QPushButton>("DeleteButton")->click();
     QVERIFY(!lines().contains("On Disk"));
 
     t->prompter.expectOpenFile("Get Preset from File (Tavlo Format or Sysex File)", path);
-    widget<QPushButton>("LoadPresetSysexButton")->click();
+    w<QPushButton>("LoadPresetSysexButton")->click();
     QVERIFY(lines().contains("On Disk"));
     QVERIFY(t->prompter.done());
 }

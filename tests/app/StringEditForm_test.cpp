@@ -10,6 +10,7 @@
 #include <QtTest>
 #include <functional>
 
+#include "FormDriver.h"
 #include "TestSession.h"
 #include "editor/PC1600XForm.h"
 #include "midistrings/StringEditForm.h"
@@ -30,29 +31,11 @@ private slots:
     void pasteIsRefusedInTypedBytes();
     void theEditorsDoorsOpenIt();
     void recordSysexFromTheLearnPort();
-    void grabForReview();
 
 private:
-    // Runs `steps` inside the modal window once it is open.
-    void whenOpen(std::function<void(QDialog*)> steps) {
-        QTimer::singleShot(0, this, [steps] {
-            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            QVERIFY(dialog);
-            steps(dialog);
-        });
-    }
+    void whenOpen(std::function<void(QDialog*)> steps) { WhenModalOpens(this, std::move(steps)); }
     template <typename T>
-    static T* w(QWidget* dialog, const char* name) {
-        T* widget = dialog->findChild<T*>(name);
-        if (!widget) qFatal("no widget %s", name);
-        return widget;
-    }
-    static void choose(QWidget* dialog, const char* name, int index) {
-        auto* combo = w<QComboBox>(dialog, name);
-        combo->setCurrentIndex(index);
-        emit combo->activated(index);
-    }
-    static void click(QWidget* dialog, const char* name) { QTest::mouseClick(w<QPushButton>(dialog, name), Qt::LeftButton); }
+    static T* w(QWidget* dialog, const char* name) { return Find<T>(dialog, name); }
 
     std::unique_ptr<TestSession> t;
     std::unique_ptr<StringEditForm> form;
@@ -74,8 +57,8 @@ void StringEditFormTest::buildAButtonStringAndUpdate() {
     whenOpen([&](QDialog* d) {
         QCOMPARE(d->windowTitle(), QString("Editing String1 for Button #3  (Go)"));
         QCOMPARE(w<QComboBox>(d, "ChannelCombo")->currentText(), QString("Global Ch"));
-        choose(d, "MessageCombo", 0);
-        choose(d, "ChannelCombo", 0);
+        Choose(d, "MessageCombo", 0);
+        Choose(d, "ChannelCombo", 0);
         auto* v1 = w<QSlider>(d, "Value1Slider");
         v1->setFocus();
         v1->setValue(60);
@@ -84,11 +67,11 @@ void StringEditFormTest::buildAButtonStringAndUpdate() {
         QCOMPARE(v1->value(), 61);
         w<QSlider>(d, "Value2Slider")->setValue(127);
         QCOMPARE(w<QLabel>(d, "RenderLabel")->text().trimmed(), QString("90 3D 7F"));
-        click(d, "AppendButton");
+        Click(d, "AppendButton");
         QCOMPARE(w<QListWidget>(d, "StringList")->count(), 1);
         QCOMPARE(w<QListWidget>(d, "StringList")->item(0)->text(), QString("90 3D 7F  (noteon)"));
 
-        choose(d, "MessageCombo", kSysexKind);
+        Choose(d, "MessageCombo", kSysexKind);
         QVERIFY(w<QComboBox>(d, "MakeCombo")->isVisible());
         QVERIFY(w<QPushButton>(d, "SpecialButton_1")->isVisible());   // rv: a button string
         QVERIFY(!w<QPushButton>(d, "SpecialButton_2")->isVisible());  // pr: faders only
@@ -99,17 +82,17 @@ void StringEditFormTest::buildAButtonStringAndUpdate() {
         text->selectAll();
         QTest::keyClicks(text, "F0 41 F7");
         text->setCursorPosition(5);
-        click(d, "SpecialButton_0");
+        Click(d, "SpecialButton_0");
         QCOMPARE(text->text(), QString("F0 41 dv F7"));
-        click(d, "AppendButton");
+        Click(d, "AppendButton");
         QCOMPARE(w<QListWidget>(d, "StringList")->count(), 2);
         QCOMPARE(text->text(), QString());
 
         // Move the sysex up to be sent first.
-        click(d, "MoveUpButton");
+        Click(d, "MoveUpButton");
         QCOMPARE(w<QListWidget>(d, "StringList")->item(0)->text(), QString("F0 41 dv F7  (sysex)"));
         ran = true;
-        click(d, "UpdateStringButton");
+        Click(d, "UpdateStringButton");
     });
     QVERIFY(form->edit(StringDoor::Button1, 2));
     QVERIFY(ran);
@@ -121,27 +104,21 @@ void StringEditFormTest::buildAButtonStringAndUpdate() {
 
 void StringEditFormTest::cancelLeavesTheControlUntouched() {
     const WorkingPreset before = (*t)->editor.preset;
-    whenOpen([&](QDialog* d) {
-        choose(d, "MessageCombo", 4);
-        click(d, "AppendButton");
-        click(d, "CancelButton");
-    });
-    QVERIFY(!form->edit(StringDoor::Setup, 0));
-    QVERIFY((*t)->editor.preset == before);
-
-    // Escape is a cancel too.
-    whenOpen([&](QDialog* d) {
-        choose(d, "MessageCombo", 4);
-        click(d, "AppendButton");
-        QTest::keyClick(d, Qt::Key_Escape);
-    });
-    QVERIFY(!form->edit(StringDoor::Setup, 0));
-    QVERIFY((*t)->editor.preset == before);
+    for (const bool escape : {false, true}) {  // the Cancel button, or Escape
+        whenOpen([&](QDialog* d) {
+            Choose(d, "MessageCombo", 4);
+            Click(d, "AppendButton");
+            if (escape) QTest::keyClick(d, Qt::Key_Escape);
+            else Click(d, "CancelButton");
+        });
+        QVERIFY(!form->edit(StringDoor::Setup, 0));
+        QVERIFY((*t)->editor.preset == before);
+    }
 }
 
 void StringEditFormTest::pasteIsRefusedInTypedBytes() {
     whenOpen([&](QDialog* d) {
-        choose(d, "MessageCombo", kFreeByteKind);
+        Choose(d, "MessageCombo", kFreeByteKind);
         QCOMPARE(w<QLabel>(d, "StringLabel")->text(),
                  QString("Enter Bytes as Hex or Decimal numbers, separated by spaces"));
         auto* text = w<QLineEdit>(d, "StringText");
@@ -151,9 +128,9 @@ void StringEditFormTest::pasteIsRefusedInTypedBytes() {
         QTest::keyClicks(text, "7F");
         QTest::keyClick(text, Qt::Key_V, Qt::ControlModifier);
         QCOMPARE(text->text(), QString("7F"));
-        click(d, "AppendButton");
+        Click(d, "AppendButton");
         QCOMPARE(w<QListWidget>(d, "StringList")->item(0)->text(), QString("7F  (freebyte)"));
-        click(d, "UpdateStringButton");
+        Click(d, "UpdateStringButton");
     });
     QVERIFY(form->edit(StringDoor::Setup, 0));
     QCOMPARE((*t)->editor.preset.SetupString, std::string("7F"));
@@ -162,27 +139,23 @@ void StringEditFormTest::pasteIsRefusedInTypedBytes() {
 void StringEditFormTest::theEditorsDoorsOpenIt() {
     PC1600XForm editor(**t);
     editor.show();
-    QTest::mouseClick(editor.findChild<QSlider*>("PCSlider_5"), Qt::LeftButton);
-    auto* function = editor.findChild<QComboBox*>("FunctionCombo");
-    function->setCurrentIndex(3);
-    emit function->activated(3);
-    auto* format = editor.findChild<QComboBox*>("ParamFormatCombo");
-    format->setCurrentIndex(1);
-    emit format->activated(1);
+    Click(&editor, "PCSlider_5");
+    Choose(&editor, "FunctionCombo", 3);
+    Choose(&editor, "ParamFormatCombo", 1);
     whenOpen([&](QDialog* d) {
         QCOMPARE(d->windowTitle(), QString("Editing MIDI String for Fader #6  (Fader #6)"));
         QVERIFY(w<QLabel>(d, "PRNumberNotificationLabel")->text().contains("requires 2 pr bytes in a row"));
-        choose(d, "MessageCombo", kSysexKind);
+        Choose(d, "MessageCombo", kSysexKind);
         auto* text = w<QLineEdit>(d, "StringText");
         text->selectAll();
         QTest::keyClicks(text, "F0 00 F7");
         text->setCursorPosition(5);
-        click(d, "SpecialButton_2");
+        Click(d, "SpecialButton_2");
         QCOMPARE(text->text(), QString("F0 00 pr pr F7"));
-        click(d, "AppendButton");
-        click(d, "UpdateStringButton");
+        Click(d, "AppendButton");
+        Click(d, "UpdateStringButton");
     });
-    QTest::mouseClick(editor.findChild<QPushButton*>("EditStringButton"), Qt::LeftButton);
+    Click(&editor, "EditStringButton");
     QCOMPARE((*t)->editor.preset.Faders[5].MIDIString, std::string("F0 00 pr pr F7"));
     QCOMPARE(editor.findChild<QLineEdit*>("EditStringText")->text(), QString("F0 00 pr pr F7"));
 }
@@ -209,11 +182,11 @@ void StringEditFormTest::recordSysexFromTheLearnPort() {
             QVERIFY(!w<QPushButton>(d, "AppendButton")->isEnabled());
             port.queue.push_back(std::string("\xF0\x41\x10\xF7", 4));
         });
-        click(d, "LearnSysexButton");
+        Click(d, "LearnSysexButton");
         QCOMPARE(w<QListWidget>(d, "StringList")->count(), 1);
         QCOMPARE(w<QListWidget>(d, "StringList")->item(0)->text(), QString("F0 41 10 F7  (sysex)"));
         QVERIFY(!w<QPushButton>(d, "DoneLearningButton")->isVisible());
-        click(d, "UpdateStringButton");
+        Click(d, "UpdateStringButton");
     });
     // The session's pump is the test's fake one: the window's clicks come
     // through Qt's own event loop in between.
@@ -223,7 +196,7 @@ void StringEditFormTest::recordSysexFromTheLearnPort() {
         QTimer* ender = new QTimer(this);
         connect(ender, &QTimer::timeout, this, [this, ender] {
             if (form->state().DoneLearningButton.find("total bytes: 4") != std::string::npos) {
-                QTest::mouseClick(form->findChild<QPushButton*>("DoneLearningButton"), Qt::LeftButton);
+                Click(form.get(), "DoneLearningButton");
                 ender->stop();
                 ender->deleteLater();
             }
@@ -233,22 +206,6 @@ void StringEditFormTest::recordSysexFromTheLearnPort() {
     QVERIFY(form->edit(StringDoor::Button1, 0));
     QCOMPARE((*t)->editor.preset.Buttons[0].String1, std::string("F0 41 10 F7"));
     QVERIFY(t->prompter.done());
-}
-
-void StringEditFormTest::grabForReview() {
-    const QByteArray dir = qgetenv("TAVLO_GRAB_DIR");
-    if (dir.isEmpty()) QSKIP("TAVLO_GRAB_DIR not set");
-    whenOpen([&](QDialog* d) {
-        choose(d, "MessageCombo", 3);
-        w<QSlider>(d, "Value1Slider")->setValue(7);
-        click(d, "AppendButton");
-        choose(d, "MessageCombo", kSysexKind);
-        w<QLineEdit>(d, "StringText")->selectAll();
-        QTest::keyClicks(w<QLineEdit>(d, "StringText"), "F0 41 10 42 12 40 00 7F 00 cs F7");
-        d->grab().save(QString(dir) + "/stringedit.png");
-        click(d, "CancelButton");
-    });
-    form->edit(StringDoor::Button1, 0);
 }
 
 QTEST_MAIN(StringEditFormTest)

@@ -166,19 +166,14 @@ TEST_F(NewPool, TransactionRollsBackUnlessCommitted) {
     EXPECT_EQ(db().queryInt("SELECT count(*) FROM DefaultsTable"), before + 1);
 }
 
-TEST_F(NewPool, ReopensWithoutCreatingAgain) {
+TEST_F(NewPool, IsSoundAndReopensWithoutCreatingAgain) {
     pool.close();
+    EXPECT_TRUE(CheckPool(path).sound);
     PoolDatabase again;
     const auto reopened = again.open(path);
     ASSERT_TRUE(reopened.ok());
     EXPECT_FALSE(reopened.created);
     EXPECT_EQ(again.db().queryInt("SELECT count(*) FROM PresetRec"), 1);
-}
-
-TEST_F(NewPool, CheckCallsANewPoolSound) {
-    pool.close();
-    const auto report = CheckPool(path);
-    EXPECT_TRUE(report.sound);
 }
 
 // ---- Pools that must be refused, untouched ----

@@ -6,6 +6,7 @@
 #include "TestSession.h"
 #include "editor/InitPreset.h"
 #include "pool/Database.h"
+#include "pool/MemImageOrPoolChoiceForm.h"
 #include "pool/PresetLoad.h"
 #include "pool/PresetStore.h"
 #include "shell/Session.h"
@@ -54,6 +55,15 @@ protected:
         newPreset(name, scenes);
         StoreInPoolButton(s);
         return s.editor.preset.ID;
+    }
+    // Answers the next name-clash dialogue by pressing `button` with `newName` typed.
+    void answerClash(ClashButton button, const std::string& newName = {}) {
+        prompter.expectChoice("MemImageOrPoolChoiceForm", [button, newName](const ChoiceRequest&) {
+            ChoiceAnswer answer;
+            answer.button = static_cast<int>(button);
+            answer.fields = {newName};
+            return answer;
+        });
     }
     // Makes button `button` of stored preset `owner` send scene `scene` of `target`.
     void sendScene(std::int64_t owner, int button, const std::string& scene, std::int64_t target) {

@@ -3,7 +3,6 @@
 #include <fstream>
 
 #include "PoolFixture.h"
-#include "pool/MemImageOrPoolChoiceForm.h"
 #include "pool/PoolList.h"
 #include "pool/PresetSysexFile.h"
 #include "pool/PresetSysexImport.h"
@@ -38,14 +37,6 @@ protected:
         const std::string path = t.dir.file(name + ".syx");
         EXPECT_TRUE(WritePresetSysexFile(s, id, path));
         return path;
-    }
-    void answerClash(ClashButton button, const std::string& newName = {}) {
-        prompter.expectChoice("MemImageOrPoolChoiceForm", [button, newName](const ChoiceRequest&) {
-            ChoiceAnswer answer;
-            answer.button = static_cast<int>(button);
-            answer.fields = {newName};
-            return answer;
-        });
     }
 };
 

@@ -34,79 +34,43 @@ protected:
     }
 };
 
-TEST_F(Clash, EachChoiceAlone) {
-    struct Case {
-        ClashButton button;
-        std::string newName;
-        int result;
-        // Afterwards: the name of the row that holds the downloaded preset,
-        // and the name the pool's old row goes by ("" when it was replaced).
-        std::string downloadedAs;
-        std::string oldRowAs;
-    };
-    const Case cases[] = {
-        {ClashButton::KeepPool, "", 0, "", "Clash"},
-        {ClashButton::UseDownloaded, "", 1, "Clash", ""},
-        {ClashButton::RenamePool, "Old Clash", 2, "Clash", "Old Clash"},
-        {ClashButton::RenameSysex, "New Clash", 3, "New Clash", "Clash"},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.result);
-        TestSession fresh;
-        // Each case on its own pool: rebuild the fixture's state in it.
-        Session& f = *fresh;
-        InitPresetWithoutQuestions(f);
-        f.editor.preset.Name = "Clash";
-        f.editor.preset.SceneCount = 2;
-        f.editor.preset.Scenes[0].Name = "A";
-        f.editor.preset.Scenes[1].Name = "B";
-        StoreInPoolButton(f);
-        const std::int64_t old = f.editor.preset.ID;
-        f.flags.DownloadInProgress = true;
-        InitPresetWithoutQuestions(f);
-        f.editor.preset.Name = "Clash";
-        f.editor.preset.Faders[0].Name = "downloaded";
-        const ClashButton button = c.button;
-        const std::string newName = c.newName;
-        fresh.prompter.expectChoice("MemImageOrPoolChoiceForm", [button, newName](const ChoiceRequest&) {
-            ChoiceAnswer answer;
-            answer.button = static_cast<int>(button);
-            answer.fields = {newName};
-            return answer;
-        });
-        StoreInPoolButton(f);
-        EXPECT_TRUE(fresh.prompter.done());
-        EXPECT_EQ(f.flags.ChoiceResult, c.result);
-        EXPECT_FALSE(f.flags.ChoiceForAll);
-        Database& d = f.pool.db();
-        auto nameOf = [&](std::int64_t id) {
-            Statement q = d.prepare("SELECT Name FROM PresetRec WHERE ID = :ID");
-            q.bind(":ID", id);
-            return q.step() ? q.getText(0) : std::string();
-        };
-        auto faderOf = [&](const std::string& name) {
-            Statement q = d.prepare("SELECT FaderRec.Name FROM FaderRec, PresetRec WHERE FaderRec.PresetREF = "
-                                    "PresetRec.ID AND PresetRec.Name = :Name AND FaderRec.\"Index\" = 0");
-            q.bind(":Name", name);
-            return q.step() ? q.getText(0) : std::string("<none>");
-        };
-        EXPECT_EQ(nameOf(old), c.oldRowAs == "" ? "Clash" : c.oldRowAs);
-        if (c.downloadedAs.empty()) {
-            EXPECT_TRUE(f.editor.PresetKeptInPool);
-            EXPECT_EQ(f.editor.preset.Faders[0].Name, "") << "the editor now holds the pool's version";
-            EXPECT_EQ(faderOf("Clash"), "");
-        } else {
-            EXPECT_FALSE(f.editor.PresetKeptInPool);
-            EXPECT_EQ(faderOf(c.downloadedAs), "downloaded");
-        }
-        if (c.result == 1) {
-            EXPECT_EQ(f.editor.preset.ID, old) << "overwrite keeps the ID";
-        }
-        if (c.result >= 2) {
-            EXPECT_NE(f.editor.preset.ID, old);
-        }
+struct ChoiceCase {
+    ClashButton button;
+    std::string newName;
+    int result;
+    // Afterwards: the name of the row that holds the downloaded preset ("":
+    // none, the pool's version stays), and the name the old row goes by.
+    std::string downloadedAs;
+    std::string oldRowAs;
+};
+
+class EachChoice : public Clash, public ::testing::WithParamInterface<ChoiceCase> {};
+
+TEST_P(EachChoice, Alone) {
+    const ChoiceCase& c = GetParam();
+    answerClash(c.button, c.newName);
+    StoreInPoolButton(s);
+    EXPECT_TRUE(prompter.done());
+    EXPECT_EQ(s.flags.ChoiceResult, c.result);
+    EXPECT_FALSE(s.flags.ChoiceForAll);
+    EXPECT_EQ(textOf("SELECT Name FROM PresetRec WHERE ID = :ID", poolId), c.oldRowAs);
+    if (c.downloadedAs.empty()) {
+        EXPECT_TRUE(s.editor.PresetKeptInPool);
+        EXPECT_EQ(s.editor.preset.Faders[0].Name, "") << "the editor now holds the pool's version";
+        EXPECT_EQ(faderName(poolId), "");
+    } else {
+        EXPECT_FALSE(s.editor.PresetKeptInPool);
+        EXPECT_EQ(faderName(idOf(c.downloadedAs)), "downloaded");
     }
+    // Overwriting keeps the pool row's ID; a renamed copy gets a new one.
+    EXPECT_EQ(s.editor.preset.ID == poolId, c.result <= 1);
 }
+
+INSTANTIATE_TEST_SUITE_P(Clash, EachChoice,
+                         ::testing::Values(ChoiceCase{ClashButton::KeepPool, "", 0, "", "Clash"},
+                                           ChoiceCase{ClashButton::UseDownloaded, "", 1, "Clash", "Clash"},
+                                           ChoiceCase{ClashButton::RenamePool, "Old Clash", 2, "Clash", "Old Clash"},
+                                           ChoiceCase{ClashButton::RenameSysex, "New Clash", 3, "New Clash", "Clash"}));
 
 TEST_F(Clash, RenameNeedsAFreshName) {
     storeNew("Taken");
@@ -195,12 +159,10 @@ protected:
         s.flags.DownloadInProgress = true;
         newPreset("Target", 1);
         s.editor.preset.Scenes[0].Name = "Downloaded scene";
-        prompter.expectChoice("MemImageOrPoolChoiceForm", [](const ChoiceRequest&) {
-            ChoiceAnswer answer;
-            answer.button = static_cast<int>(ClashButton::UseDownloaded);
-            return answer;
-        });
+        answerClash(ClashButton::UseDownloaded);
     }
+    std::int64_t buttonFunction() { return intOf("SELECT Function FROM ButtonRec WHERE PresetREF = :ID AND \"Index\" = 3", user); }
+    std::int64_t targetScenes() { return intOf("SELECT COUNT(*) FROM SceneRec WHERE PresetREF = :ID", target); }
 };
 
 const char* const kResolveText =
@@ -213,29 +175,29 @@ TEST_F(SceneReferences, YesMovesTheOldScenesOntoTheNewVersion) {
     prompter.expectMessage("Resolve Scene References", kResolveText, MessageAnswer::Yes);
     StoreInPoolButton(s);
     EXPECT_EQ(s.editor.preset.ID, target);
-    EXPECT_EQ(intOf("SELECT COUNT(*) FROM SceneRec WHERE PresetREF = :ID", target), 2) << "KeepOldScenes";
+    EXPECT_EQ(targetScenes(), 2) << "KeepOldScenes";
     EXPECT_EQ(intOf("SELECT COUNT(*) FROM SceneRec WHERE Name = 'Downloaded scene' AND PresetREF = :ID", target), 0);
-    EXPECT_EQ(intOf("SELECT Function FROM ButtonRec WHERE PresetREF = :ID AND \"Index\" = 3", user), 9);
+    EXPECT_EQ(buttonFunction(), 9);
     EXPECT_EQ(intOf("SELECT SetupScenePreset FROM PresetRec WHERE ID = :ID", setupUser), target);
 }
 
 TEST_F(SceneReferences, NoRemovesTheReferences) {
     prompter.expectMessage("Resolve Scene References", MessageAnswer::No);
     StoreInPoolButton(s);
-    EXPECT_EQ(intOf("SELECT Function FROM ButtonRec WHERE PresetREF = :ID AND \"Index\" = 3", user), 0);
-    EXPECT_EQ(textOf("SELECT Name FROM ButtonRec WHERE PresetREF = :ID AND \"Index\" = 3", user), "");
-    EXPECT_EQ(textOf("SELECT Scene FROM ButtonRec WHERE PresetREF = :ID AND \"Index\" = 3", user), "<none>");
-    EXPECT_EQ(intOf("SELECT SetupScenePreset FROM PresetRec WHERE ID = :ID", setupUser), -1);
-    EXPECT_EQ(textOf("SELECT SetupScene FROM PresetRec WHERE ID = :ID", setupUser), "<none>");
-    EXPECT_EQ(intOf("SELECT COUNT(*) FROM SceneRec WHERE PresetREF = :ID", target), 1);
+    EXPECT_EQ(buttonFunction(), 0);
+    EXPECT_EQ(textOf("SELECT Name || '|' || Scene FROM ButtonRec WHERE PresetREF = :ID AND \"Index\" = 3", user),
+              "|<none>");
+    EXPECT_EQ(textOf("SELECT SetupScene || '|' || SetupScenePreset FROM PresetRec WHERE ID = :ID", setupUser),
+              "<none>|-1");
+    EXPECT_EQ(targetScenes(), 1);
 }
 
 TEST_F(SceneReferences, CancelKeepsThePoolVersion) {
     prompter.expectMessage("Resolve Scene References", MessageAnswer::Cancel);
     StoreInPoolButton(s);
     EXPECT_TRUE(s.editor.PresetKeptInPool);
-    EXPECT_EQ(intOf("SELECT COUNT(*) FROM SceneRec WHERE PresetREF = :ID", target), 2);
-    EXPECT_EQ(intOf("SELECT Function FROM ButtonRec WHERE PresetREF = :ID AND \"Index\" = 3", user), 9);
+    EXPECT_EQ(targetScenes(), 2);
+    EXPECT_EQ(buttonFunction(), 9);
     EXPECT_EQ(s.editor.preset.SceneCount, 2) << "the editor holds the pool's version";
 }
 
@@ -248,7 +210,6 @@ TEST_F(SceneReferences, AnUnansweredQuestionChangesNothing) {
             return ScriptedPrompter::message(title, text, buttons);
         }
     };
-    (void)kResolveText;
     TestSession fresh;
     Refusing refusing;
     Session other(fresh.pool, refusing, fresh.status, fresh.pump, fresh.clock);
