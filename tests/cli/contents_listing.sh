@@ -1,10 +1,6 @@
 #!/usr/bin/env bash
 # tavlo-cli contents: the "Sysex File Contents" listing of a file.
-set -u
-cli="$TAVLO_BUILD_DIR/tools/tavlo-cli"
-dir=$(mktemp -d)
-trap 'rm -rf "$dir"' EXIT
-fail() { echo "FAIL: $*"; exit 1; }
+source "$(dirname "$0")/lib/common.sh"
 
 # A request, a preset dump, a Roland message and a family message with command 05.
 printf '\xf0\x00\x00\x1b\x0b\x00\x10\xf7' > "$dir/mixed.syx"

@@ -2,11 +2,7 @@
 # tavlo-cli midi commands against the virtual PC1600 inside tavlo-cli itself:
 # no MIDI server needed. Dumps come whole, a silent identifier times out with
 # the flow's message and status 3, bad arguments and files are refused.
-set -u
-cli="$TAVLO_BUILD_DIR/tools/tavlo-cli"
-dir=$(mktemp -d)
-trap 'rm -rf "$dir"' EXIT
-fail() { echo "FAIL: $*"; exit 1; }
+source "$(dirname "$0")/lib/common.sh"
 v="Tavlo Virtual PC1600"
 
 ports=$("$cli" midi ports 2>/dev/null) || fail "midi ports"

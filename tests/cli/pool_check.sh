@@ -1,10 +1,6 @@
 #!/usr/bin/env bash
 # tavlo-cli pool init / pool check on a new, a damaged and a foreign file.
-set -u
-cli="$TAVLO_BUILD_DIR/tools/tavlo-cli"
-dir=$(mktemp -d)
-trap 'rm -rf "$dir"' EXIT
-fail() { echo "FAIL: $*"; exit 1; }
+source "$(dirname "$0")/lib/common.sh"
 
 "$cli" pool init --pool "$dir/new/Tavlo.mdb" >/dev/null || fail "pool init"
 out=$("$cli" pool check --pool "$dir/new/Tavlo.mdb") || fail "a new pool is not sound: $out"

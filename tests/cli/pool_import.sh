@@ -1,54 +1,49 @@
 #!/bin/bash
 # tavlo-cli pool import / show / export: a preset dump into the pool and back,
 # with every answer to a name clash given by --on-clash.
-set -u
-CLI="$TAVLO_BUILD_DIR/tools/tavlo-cli"
-[ -x "$CLI" ] || { echo "tavlo-cli not built"; exit 77; }
+source "$(dirname "$0")/lib/common.sh"
 command -v sqlite3 >/dev/null || { echo "sqlite3 shell missing"; exit 77; }
-WORK=$(mktemp -d)
-trap 'rm -rf "$WORK"' EXIT
-POOL="$WORK/Tavlo.mdb"
-fail() { echo "FAIL: $*"; exit 1; }
+POOL="$dir/Tavlo.mdb"
 count() { sqlite3 "$POOL" "$1"; }
 
-"$CLI" pool init --pool "$POOL" >/dev/null || fail "pool init"
+"$cli" pool init --pool "$POOL" >/dev/null || fail "pool init"
 sqlite3 "$POOL" <<'SQL' || fail "seed rows"
 INSERT INTO PresetRec (Name, CreatedDate, UpdatedDate, SetupChannelMap) VALUES ('Lead', '2020-01-02 03:04:05', '2020-01-02 03:04:05', zeroblob(64));
 INSERT INTO FaderRec (PresetREF, "Index", Name, Function, CCNum, Channel) SELECT ID, 0, 'Cutoff', 1, 74, 2 FROM PresetRec WHERE Name = 'Lead';
 INSERT INTO ButtonRec (PresetREF, "Index", Name, Function, ProgChange, Channel) SELECT ID, 0, 'Prog', 3, 9, 2 FROM PresetRec WHERE Name = 'Lead';
 SQL
-"$CLI" pool export Lead -o "$WORK/lead.syx" --pool "$POOL" >/dev/null || fail "export"
+"$cli" pool export Lead -o "$dir/lead.syx" --pool "$POOL" >/dev/null || fail "export"
 
 # A clash with nothing to answer it is an error and changes nothing.
 before=$(count "SELECT COUNT(*) FROM PresetRec")
-"$CLI" pool import "$WORK/lead.syx" --pool "$POOL" >/dev/null 2>"$WORK/err" && fail "unanswered clash accepted"
-grep -q "question not answered: MemImageOrPoolChoiceForm" "$WORK/err" || fail "message: $(cat "$WORK/err")"
+"$cli" pool import "$dir/lead.syx" --pool "$POOL" >/dev/null 2>"$dir/err" && fail "unanswered clash accepted"
+grep -q "question not answered: MemImageOrPoolChoiceForm" "$dir/err" || fail "message: $(cat "$dir/err")"
 [ "$(count "SELECT COUNT(*) FROM PresetRec")" == "$before" ] || fail "unanswered clash changed the pool"
 
-"$CLI" pool import "$WORK/lead.syx" --on-clash keep --pool "$POOL" | grep -qx "kept the pool's preset: Lead" || fail "keep"
-"$CLI" pool import "$WORK/lead.syx" --on-clash rename-new:"Lead Copy" --pool "$POOL" | grep -qx "stored: Lead Copy" || fail "rename-new"
-"$CLI" pool import "$WORK/lead.syx" --on-clash rename-pool:"Old Lead" --pool "$POOL" >/dev/null || fail "rename-pool"
+"$cli" pool import "$dir/lead.syx" --on-clash keep --pool "$POOL" | grep -qx "kept the pool's preset: Lead" || fail "keep"
+"$cli" pool import "$dir/lead.syx" --on-clash rename-new:"Lead Copy" --pool "$POOL" | grep -qx "stored: Lead Copy" || fail "rename-new"
+"$cli" pool import "$dir/lead.syx" --on-clash rename-pool:"Old Lead" --pool "$POOL" >/dev/null || fail "rename-pool"
 [ "$(count "SELECT COUNT(*) FROM PresetRec WHERE Name IN ('Lead', 'Lead Copy', 'Old Lead')")" == 3 ] || fail "renames"
 lead_id=$(count "SELECT ID FROM PresetRec WHERE Name = 'Lead'")
-"$CLI" pool import "$WORK/lead.syx" --on-clash overwrite --pool "$POOL" >/dev/null || fail "overwrite"
+"$cli" pool import "$dir/lead.syx" --on-clash overwrite --pool "$POOL" >/dev/null || fail "overwrite"
 [ "$(count "SELECT ID FROM PresetRec WHERE Name = 'Lead'")" == "$lead_id" ] || fail "overwrite changed the ID"
 # A rename to a name the pool holds is refused by the dialogue; nothing changes.
-"$CLI" pool import "$WORK/lead.syx" --on-clash rename-new:"old lead" --pool "$POOL" >/dev/null 2>"$WORK/err" && fail "taken name accepted"
-grep -q "Cannot Continue Store: That Preset Name already exists in the database.  Please choose another." "$WORK/err" || fail "taken name message"
-"$CLI" pool import "$WORK/lead.syx" --on-clash sideways --pool "$POOL" >/dev/null 2>&1 && fail "unknown --on-clash"
+"$cli" pool import "$dir/lead.syx" --on-clash rename-new:"old lead" --pool "$POOL" >/dev/null 2>"$dir/err" && fail "taken name accepted"
+grep -q "Cannot Continue Store: That Preset Name already exists in the database.  Please choose another." "$dir/err" || fail "taken name message"
+"$cli" pool import "$dir/lead.syx" --on-clash sideways --pool "$POOL" >/dev/null 2>&1 && fail "unknown --on-clash"
 
 # The JSON of a stored preset carries what the dump carried.
-"$CLI" pool show "Lead Copy" --pool "$POOL" >"$WORK/show.json" || fail "show"
-grep -q '"Name": "Cutoff"' "$WORK/show.json" || fail "fader name in JSON"
-grep -q '"CCNum": 74' "$WORK/show.json" || fail "CC number in JSON"
-grep -q '"ProgChange": 9' "$WORK/show.json" || fail "program change in JSON"
-"$CLI" pool show Nobody --pool "$POOL" >/dev/null 2>&1 && fail "show of a missing preset"
+"$cli" pool show "Lead Copy" --pool "$POOL" >"$dir/show.json" || fail "show"
+grep -q '"Name": "Cutoff"' "$dir/show.json" || fail "fader name in JSON"
+grep -q '"CCNum": 74' "$dir/show.json" || fail "CC number in JSON"
+grep -q '"ProgChange": 9' "$dir/show.json" || fail "program change in JSON"
+"$cli" pool show Nobody --pool "$POOL" >/dev/null 2>&1 && fail "show of a missing preset"
 
 # A file that holds no preset is refused and leaves the pool alone.
-printf 'not a dump' >"$WORK/junk.syx"
+printf 'not a dump' >"$dir/junk.syx"
 before=$(count "SELECT COUNT(*) FROM FaderRec")
-"$CLI" pool import "$WORK/junk.syx" --pool "$POOL" >/dev/null 2>"$WORK/err" && fail "junk accepted"
-grep -q "Cannot Import Preset Sysex" "$WORK/err" || fail "junk message"
+"$cli" pool import "$dir/junk.syx" --pool "$POOL" >/dev/null 2>"$dir/err" && fail "junk accepted"
+grep -q "Cannot Import Preset Sysex" "$dir/err" || fail "junk message"
 [ "$(count "SELECT COUNT(*) FROM FaderRec")" == "$before" ] || fail "junk changed the pool"
-"$CLI" pool check --pool "$POOL" >/dev/null || fail "pool not sound afterwards"
+"$cli" pool check --pool "$POOL" >/dev/null || fail "pool not sound afterwards"
 echo ok

@@ -1,18 +1,13 @@
 #!/bin/bash
 # tavlo-cli pool list / rename / duplicate / delete on a pool of its own.
-set -u
-CLI="$TAVLO_BUILD_DIR/tools/tavlo-cli"
-[ -x "$CLI" ] || { echo "tavlo-cli not built"; exit 77; }
+source "$(dirname "$0")/lib/common.sh"
 command -v sqlite3 >/dev/null || { echo "sqlite3 shell missing"; exit 77; }
-WORK=$(mktemp -d)
-trap 'rm -rf "$WORK"' EXIT
-POOL="$WORK/Tavlo.mdb"
-fail() { echo "FAIL: $*"; exit 1; }
+POOL="$dir/Tavlo.mdb"
 expect_lines() {  # expect_lines "what" "actual" "expected"
     [ "$2" == "$3" ] || { printf 'FAIL: %s\n--- got:\n%s\n--- expected:\n%s\n' "$1" "$2" "$3"; exit 1; }
 }
 
-"$CLI" pool init --pool "$POOL" >/dev/null || fail "pool init"
+"$cli" pool init --pool "$POOL" >/dev/null || fail "pool init"
 # Two presets with a device, one with a scene that the other's button sends.
 sqlite3 "$POOL" <<'SQL' || fail "seed rows"
 INSERT INTO PresetRec (Name, CreatedDate, UpdatedDate, SetupChannelMap) VALUES
@@ -25,48 +20,48 @@ INSERT INTO ButtonRec (PresetREF, "Index", Function, Scene, ScenePreset)
 INSERT INTO MakeModelAssocRec (PresetREF, Make, Model) SELECT ID, 'Korg', 'M1' FROM PresetRec WHERE Name = 'Alpha';
 SQL
 
-expect_lines "name order" "$("$CLI" pool list --pool "$POOL")" "--Initialized--
+expect_lines "name order" "$("$cli" pool list --pool "$POOL")" "--Initialized--
 Alpha
 Bass Rig"
-expect_lines "device order" "$("$CLI" pool list --order device --pool "$POOL")" "> UNASSOCIATED 
+expect_lines "device order" "$("$cli" pool list --order device --pool "$POOL")" "> UNASSOCIATED 
           --Initialized--
           Bass Rig
 > Korg M1
           Alpha"
-"$CLI" pool list --order size --pool "$POOL" >/dev/null 2>&1 && fail "unknown order accepted"
+"$cli" pool list --order size --pool "$POOL" >/dev/null 2>&1 && fail "unknown order accepted"
 
 # Rename: a clash is refused and changes nothing; a free name keeps references.
-"$CLI" pool rename Alpha "bass rig" --pool "$POOL" 2>"$WORK/err" && fail "clashing rename accepted"
-grep -q "Cannot Rename: That name 'bass rig' is already in use in the database." "$WORK/err" || fail "clash message: $(cat "$WORK/err")"
-"$CLI" pool rename Alpha "Al's Pad" --pool "$POOL" >/dev/null || fail "rename"
+"$cli" pool rename Alpha "bass rig" --pool "$POOL" 2>"$dir/err" && fail "clashing rename accepted"
+grep -q "Cannot Rename: That name 'bass rig' is already in use in the database." "$dir/err" || fail "clash message: $(cat "$dir/err")"
+"$cli" pool rename Alpha "Al's Pad" --pool "$POOL" >/dev/null || fail "rename"
 [ "$(sqlite3 "$POOL" "SELECT COUNT(*) FROM ButtonRec b, PresetRec p WHERE b.ScenePreset = p.ID AND p.Name = 'Al' || char(732) || 's Pad'")" == 1 ] \
     || fail "rename lost the reference"
-"$CLI" pool list --pool "$POOL" | grep -qx "Al's Pad" || fail "renamed preset not listed"
-"$CLI" pool rename Nobody Else --pool "$POOL" 2>/dev/null && fail "rename of a missing preset"
+"$cli" pool list --pool "$POOL" | grep -qx "Al's Pad" || fail "renamed preset not listed"
+"$cli" pool rename Nobody Else --pool "$POOL" 2>/dev/null && fail "rename of a missing preset"
 
 # Duplicate goes through the editor: the copy has all companion rows.
-"$CLI" pool duplicate "Al's Pad" "Copy" --pool "$POOL" >/dev/null || fail "duplicate"
+"$cli" pool duplicate "Al's Pad" "Copy" --pool "$POOL" >/dev/null || fail "duplicate"
 [ "$(sqlite3 "$POOL" "SELECT COUNT(*) FROM FaderRec f, PresetRec p WHERE f.PresetREF = p.ID AND p.Name = 'Copy'")" == 18 ] \
     || fail "copy without its faders"
 [ "$(sqlite3 "$POOL" "SELECT COUNT(*) FROM SceneRec s, PresetRec p WHERE s.PresetREF = p.ID AND p.Name = 'Copy'")" == 1 ] \
     || fail "copy without its scene"
-"$CLI" pool duplicate Copy "Much Too Long Name" --pool "$POOL" 2>"$WORK/err" && fail "long name accepted"
-grep -q "Cannot Duplicate Preset: A Preset's Name can only be a maximum of 16 characters long" "$WORK/err" || fail "length message"
+"$cli" pool duplicate Copy "Much Too Long Name" --pool "$POOL" 2>"$dir/err" && fail "long name accepted"
+grep -q "Cannot Duplicate Preset: A Preset's Name can only be a maximum of 16 characters long" "$dir/err" || fail "length message"
 
 # Export writes the preset's dump through the editor.
-"$CLI" pool export Copy -o "$WORK/copy.syx" --pool "$POOL" >/dev/null || fail "export"
-[ "$(head -c 5 "$WORK/copy.syx" | od -An -tx1 | tr -d ' \n')" == "f000001b0b" ] || fail "export header"
-[ "$(tail -c 1 "$WORK/copy.syx" | od -An -tx1 | tr -d ' \n')" == "f7" ] || fail "export end"
-"$CLI" pool export Copy --pool "$POOL" >/dev/null 2>&1 && fail "export without -o"
-"$CLI" pool export Nobody -o "$WORK/x.syx" --pool "$POOL" 2>/dev/null && fail "export of a missing preset"
-[ -e "$WORK/x.syx" ] && fail "a file for a missing preset"
+"$cli" pool export Copy -o "$dir/copy.syx" --pool "$POOL" >/dev/null || fail "export"
+[ "$(head -c 5 "$dir/copy.syx" | od -An -tx1 | tr -d ' \n')" == "f000001b0b" ] || fail "export header"
+[ "$(tail -c 1 "$dir/copy.syx" | od -An -tx1 | tr -d ' \n')" == "f7" ] || fail "export end"
+"$cli" pool export Copy --pool "$POOL" >/dev/null 2>&1 && fail "export without -o"
+"$cli" pool export Nobody -o "$dir/x.syx" --pool "$POOL" 2>/dev/null && fail "export of a missing preset"
+[ -e "$dir/x.syx" ] && fail "a file for a missing preset"
 
 # Delete asks first: without --yes nothing changes.
-"$CLI" pool delete "Al's Pad" --pool "$POOL" 2>"$WORK/err" && fail "delete without an answer"
-grep -q "question not answered: About to Delete Preset" "$WORK/err" || fail "unanswered message: $(cat "$WORK/err")"
+"$cli" pool delete "Al's Pad" --pool "$POOL" 2>"$dir/err" && fail "delete without an answer"
+grep -q "question not answered: About to Delete Preset" "$dir/err" || fail "unanswered message: $(cat "$dir/err")"
 [ "$(sqlite3 "$POOL" "SELECT COUNT(*) FROM PresetRec")" == 4 ] || fail "unanswered delete changed the pool"
-"$CLI" pool delete "Al's Pad" --yes --pool "$POOL" >/dev/null || fail "delete"
+"$cli" pool delete "Al's Pad" --yes --pool "$POOL" >/dev/null || fail "delete"
 [ "$(sqlite3 "$POOL" "SELECT Function || ':' || ScenePreset FROM ButtonRec b, PresetRec p WHERE b.PresetREF = p.ID AND p.Name = 'Bass Rig'")" == "0:-1" ] \
     || fail "the sending button was not turned off"
-"$CLI" pool check --pool "$POOL" >/dev/null || fail "pool not sound afterwards"
+"$cli" pool check --pool "$POOL" >/dev/null || fail "pool not sound afterwards"
 echo "ok"

@@ -1,10 +1,6 @@
 #!/usr/bin/env bash
 # tavlo-cli preset build / preset show: the single preset dump from JSON and back.
-set -u
-cli="$TAVLO_BUILD_DIR/tools/tavlo-cli"
-dir=$(mktemp -d)
-trap 'rm -rf "$dir"' EXIT
-fail() { echo "FAIL: $*"; exit 1; }
+source "$(dirname "$0")/lib/common.sh"
 hexof() { od -An -tx1 -v "$1" | tr -s ' \n' ' ' | sed 's/^ //; s/ $//'; }
 has() { grep -qF -- "$2" <<<"$1" || fail "missing $2"; }
 

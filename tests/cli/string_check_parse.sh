@@ -1,8 +1,6 @@
 #!/usr/bin/env bash
 # tavlo-cli string check / string parse: the notation from outside.
-set -u
-cli="$TAVLO_BUILD_DIR/tools/tavlo-cli"
-fail() { echo "FAIL: $*"; exit 1; }
+source "$(dirname "$0")/lib/common.sh"
 
 # context, model, text, expected output (entered | rendered | bytes), or "error".
 # The notation itself is covered by the core tests; these cases check that
