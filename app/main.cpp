@@ -1,7 +1,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 
-#include "pool/PoolDatabase.h"
+#include "db/PoolDatabase.h"
 #include "shell/TavloController.h"
 #include "shell/TavloProgram.h"
 #include "ui/QtPrompter.h"

@@ -20,17 +20,18 @@
 #include <memory>
 #include <thread>
 
-#include "globals/AllGlobalsDump.h"
-#include "memimage/AllPresetsDump.h"
-#include "memimage/AllScenesDump.h"
-#include "midilink/DeviceMessages.h"
+#include "sysex/AllGlobalsDump.h"
+#include "sysex/AllPresetsDump.h"
+#include "sysex/AllScenesDump.h"
+#include "sysex/DeviceMessages.h"
 #include "midilink/ExchangeDump.h"
 #include "midilink/MessageQueue.h"
 #include "midilink/RtMidiBackend.h"
 #include "midilink/VirtualPC1600.h"
-#include "midistrings/MSBModule.h"
-#include "pool/PoolDatabase.h"
-#include "shell/Session.h"
+#include "base/MSBModule.h"
+#include "db/PoolDatabase.h"
+#include "shell/Program.h"
+#include "midilink/MidiLink.h"
 #include "ui/SteadyClock.h"
 #include "ui/StreamPrompter.h"
 
@@ -144,12 +145,11 @@ void BM_FullMemoryRoundTripOverJack(benchmark::State& state) {
         return;
     }
 
-    PoolDatabase pool;
     StreamPrompter prompter;
     SilentStatusView status;
     SleepingPump pump;
     SteadyClock clock;
-    Session session(pool, prompter, status, pump, clock);
+    Program session(prompter, status, pump, clock);
     RtMidiOptions options;
     options.api = MidiApi::Jack;
     options.clientName = "tavlo-bench";

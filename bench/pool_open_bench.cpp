@@ -4,7 +4,7 @@
 
 #include <filesystem>
 
-#include "pool/PoolDatabase.h"
+#include "db/PoolDatabase.h"
 
 namespace {
 

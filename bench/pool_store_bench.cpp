@@ -8,11 +8,14 @@
 #include <stdexcept>
 
 #include "editor/InitPreset.h"
-#include "pool/PoolDatabase.h"
+#include "db/PoolDatabase.h"
 #include "pool/PoolList.h"
 #include "pool/PresetLoad.h"
 #include "pool/PresetStore.h"
-#include "shell/Session.h"
+#include "shell/Program.h"
+#include "db/PoolDatabase.h"
+#include "editor/EditorState.h"
+#include "pool/PoolFormState.h"
 #include "ui/SteadyClock.h"
 #include "ui/StreamPrompter.h"
 
@@ -43,17 +46,16 @@ public:
 };
 
 struct BenchSession {
-    explicit BenchSession(const char* file) {
-        if (!pool.open(benchPath(file)).ok()) throw std::runtime_error("pool");
-        session = std::make_unique<Session>(pool, prompter, status, pump, clock);
-        session->flags.ProgramInit = false;
+    explicit BenchSession(const char* file) : session(std::make_unique<Program>(prompter, status, pump, clock)) {
+        if (!session->pool.open(benchPath(file)).ok()) throw std::runtime_error("pool");
+        session->editor.ProgramInit = false;
     }
-    PoolDatabase pool;
     NoQuestions prompter;
     SilentStatusView status;
     SleepingPump pump;
     SteadyClock clock;
-    std::unique_ptr<Session> session;
+    std::unique_ptr<Program> session;
+    PoolDatabase& pool = session->pool;
 };
 
 MessageSubstring substring(int n) {
@@ -102,8 +104,8 @@ void fillDense(WorkingPreset& p) {
 
 void BM_StoreDensePreset(benchmark::State& state) {
     BenchSession b("store.mdb");
-    Session& s = *b.session;
-    InitPresetWithoutQuestions(s);
+    Program& s = *b.session;
+    InitializePreset(s);
     fillDense(s.editor.preset);
     int n = 0;
     for (auto _ : state) {
@@ -231,8 +233,8 @@ BENCHMARK(BM_BareSQLiteInsertOfTheSameRows)->Unit(benchmark::kMillisecond)->Iter
 
 void BM_LoadDensePreset(benchmark::State& state) {
     BenchSession b("load.mdb");
-    Session& s = *b.session;
-    InitPresetWithoutQuestions(s);
+    Program& s = *b.session;
+    InitializePreset(s);
     fillDense(s.editor.preset);
     s.editor.preset.Name = "Dense";
     StoreInPoolButton(s);
@@ -280,7 +282,7 @@ public:
         }
         transaction.commit();
     }
-    Session& session() { return *b.session; }
+    Program& session() { return *b.session; }
 
 private:
     BenchSession b;
@@ -292,7 +294,7 @@ LargePool& largePool() {
 }
 
 void BM_ReloadPoolList10k(benchmark::State& state) {
-    Session& s = largePool().session();
+    Program& s = largePool().session();
     s.poolForm.OrderOption = state.range(0) == 0 ? PoolOrder::ByName : PoolOrder::ByDevice;
     for (auto _ : state) ReloadPoolList(s);
     state.counters["lines"] = s.poolForm.PoolList.listCount();
@@ -300,7 +302,7 @@ void BM_ReloadPoolList10k(benchmark::State& state) {
 BENCHMARK(BM_ReloadPoolList10k)->Arg(0)->Arg(1)->ArgName("byDevice")->Unit(benchmark::kMillisecond);
 
 void BM_SelectPoolLine10k(benchmark::State& state) {
-    Session& s = largePool().session();
+    Program& s = largePool().session();
     s.poolForm.OrderOption = PoolOrder::ByName;
     ReloadPoolList(s);
     const int line = s.poolForm.PoolList.listCount() / 2;

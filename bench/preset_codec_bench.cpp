@@ -9,12 +9,13 @@
 #include <chrono>
 #include <string>
 
-#include "midilink/DeviceMessages.h"
-#include "midistrings/ParseSysexString.h"
-#include "midistrings/StringNotation.h"
+#include "sysex/DeviceMessages.h"
+#include "sysex/ParseSysexString.h"
+#include "sysex/StringNotation.h"
 #include "preset/PresetDecoder.h"
 #include "preset/PresetEncoder.h"
 #include "ui/StreamPrompter.h"
+#include "editor/ImageSlots.h"
 
 namespace {
 
@@ -38,12 +39,14 @@ void denseString(const char* special, MessageStringSet& set, std::string& text) 
 }
 
 struct DensePreset {
-    EditorState editor;
-    MemImageState memImage;
-    MidiConfig midi;
+    WorkingPreset preset;
+    ImageSlots image;
+    std::string setupSceneLine;
+
+    std::string dump() const { return Form2PresetSysex(preset, {image.SceneList, setupSceneLine}, false, 0); }
 
     DensePreset() {
-        WorkingPreset& p = editor.preset;
+        WorkingPreset& p = preset;
         p.Name = "Dense Preset 01";
         for (std::size_t i = 0; i < kFaderCount; ++i) {
             FaderDef& f = p.Faders[i];
@@ -64,9 +67,8 @@ struct DensePreset {
         p.DataWheelLink = 19;
         for (SetupChannelDef& c : p.SetupChannels) c = SetupChannelDef{5, 0, 10, 100};
         denseString("rv", p.SetupStrings, p.SetupString);
-        FillDumpSceneLists(editor, memImage.SceneList);
-        memImage.SceneList.setLine(7, "07:  Chorus  [p:00]", 12);
-        editor.SelectPresetSceneCombo.setListIndex(8);
+        image.SceneList.setLine(7, "07:  Chorus  [p:00]", 12);
+        setupSceneLine = image.SceneList.list(7);
         p.SetupScene = "Chorus";
         p.SetupScenePreset = 12;
     }
@@ -94,7 +96,7 @@ void BM_EncodeDensePreset(benchmark::State& state) {
     std::size_t size = 0;
     const WireShare share;
     for (auto _ : state) {
-        const std::string dump = Form2PresetSysex(dense.editor, dense.memImage, dense.midi);
+        const std::string dump = dense.dump();
         size = dump.size();
         benchmark::DoNotOptimize(dump.data());
     }
@@ -104,14 +106,13 @@ BENCHMARK(BM_EncodeDensePreset)->Unit(benchmark::kMicrosecond);
 
 void BM_DecodeDensePreset(benchmark::State& state) {
     const DensePreset dense;
-    const std::string dump = Form2PresetSysex(dense.editor, dense.memImage, dense.midi);
-    StreamPrompter prompter;
+    const std::string dump = dense.dump();
     const WireShare share;
     for (auto _ : state) {
-        EditorState editor;  // the editor is initialised before each decode
-        const DecodeResult result = PresetSysex2Form(dump, editor, dense.memImage, dense.midi, prompter);
+        DecodedPreset decoded;  // a decode starts from an initialised preset
+        const DecodeResult result = DecodePresetDump(dump, dense.image.SceneList, false, decoded);
         if (!result.ok) state.SkipWithError(result.reason.c_str());
-        benchmark::DoNotOptimize(editor.preset.Name.data());
+        benchmark::DoNotOptimize(decoded.preset.Name.data());
     }
     share.report(state, dump.size());
 }
@@ -120,14 +121,14 @@ BENCHMARK(BM_DecodeDensePreset)->Unit(benchmark::kMicrosecond);
 // A full memory: 50 dense presets decoded and encoded again.
 void BM_FullMemoryOfDensePresets(benchmark::State& state) {
     const DensePreset dense;
-    const std::string dump = Form2PresetSysex(dense.editor, dense.memImage, dense.midi);
-    StreamPrompter prompter;
+    const std::string dump = dense.dump();
     const WireShare share;
     for (auto _ : state) {
         for (int k = 0; k < kMemoryPresets; ++k) {
-            EditorState editor;
-            PresetSysex2Form(dump, editor, dense.memImage, dense.midi, prompter);
-            const std::string again = Form2PresetSysex(editor, dense.memImage, dense.midi);
+            DecodedPreset decoded;
+            DecodePresetDump(dump, dense.image.SceneList, false, decoded);
+            const std::string again = Form2PresetSysex(
+                decoded.preset, {dense.image.SceneList, decoded.SelectPresetSceneCombo.text()}, false, 0);
             benchmark::DoNotOptimize(again.data());
         }
     }

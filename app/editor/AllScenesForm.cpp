@@ -1,13 +1,14 @@
 #include "editor/AllScenesForm.h"
 
 #include "editor/Scenes.h"
-#include "shell/Session.h"
+#include "shell/Program.h"
+#include "ui/Prompter.h"
 #include "ui/QtText.h"
 #include "ui_AllScenesForm.h"
 
 namespace tavlo {
 
-AllScenesForm::AllScenesForm(Session& session, QWidget* parent)
+AllScenesForm::AllScenesForm(Program& session, QWidget* parent)
     : QDialog(parent), session_(session), ui_(std::make_unique<Ui::AllScenesForm>()) {
     ui_->setupUi(this);
     connect(ui_->OKButton, &QPushButton::clicked, this, &AllScenesForm::ok);

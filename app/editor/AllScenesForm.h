@@ -11,14 +11,14 @@ class AllScenesForm;
 
 namespace tavlo {
 
-class Session;
+class Program;
 
 // The scenes of every other preset of the pool, to pick one for a Send
 // Scene button or for the setup scene.
 class AllScenesForm : public QDialog {
     Q_OBJECT
 public:
-    AllScenesForm(Session& session, QWidget* parent = nullptr);
+    AllScenesForm(Program& session, QWidget* parent = nullptr);
     ~AllScenesForm() override;
     // FillSceneList; false (the user has been told) when there are none.
     bool FillSceneList(const std::string& excludedPreset);
@@ -27,7 +27,7 @@ public:
 
 private:
     void ok();
-    Session& session_;
+    Program& session_;
     std::unique_ptr<Ui::AllScenesForm> ui_;
     std::optional<std::int64_t> chosen_;
 };

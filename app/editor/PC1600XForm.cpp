@@ -13,7 +13,7 @@
 
 #include "editor/AllScenesForm.h"
 #include "editor/CopyPasteSpread.h"
-#include "editor/EditorClose.h"
+#include "pool/EditorStoreQuestions.h"
 #include "editor/EditorDefaults.h"
 #include "editor/EditorSelection.h"
 #include "editor/FunctionAssignment.h"
@@ -22,13 +22,18 @@
 #include "editor/Scenes.h"
 #include "editor/SetupInfo.h"
 #include "editor/SpreadForm.h"
-#include "midistrings/MSBModule.h"
+#include "base/MSBModule.h"
 #include "midistrings/StringEditForm.h"
 #include "midistrings/StringLearn.h"
-#include "pool/Database.h"
+#include "db/Database.h"
 #include "pool/PresetStore.h"
-#include "preset/PresetCodes.h"
-#include "shell/Session.h"
+#include "sysex/PresetCodes.h"
+#include "shell/Program.h"
+#include "ui/Prompter.h"
+#include "db/PoolDatabase.h"
+#include "editor/EditorState.h"
+#include "midilink/MidiConfig.h"
+#include "midilink/MidiLink.h"
 #include "ui/CCDigitTyping.h"
 #include "ui/CCNameList.h"
 #include "ui/LabelDefaults.h"
@@ -67,7 +72,7 @@ QValidator* nameValidator(QObject* parent) {
 
 }  // namespace
 
-PC1600XForm::PC1600XForm(Session& session, QWidget* parent)
+PC1600XForm::PC1600XForm(Program& session, QWidget* parent)
     : QWidget(parent), session_(session), editor_(session.editor), ui_(std::make_unique<Ui::PC1600XForm>()) {
     ui_->setupUi(this);
     // Laid out by hand as a picture of the panel: the size is the design's.
@@ -608,8 +613,8 @@ void PC1600XForm::otherScene(bool forButton) {
 
 void PC1600XForm::dragTimerFired() {
     DragTimer->stop();
-    const std::string kind = session_.flags.DragType;
-    const int source = session_.flags.DragSource;
+    const std::string kind = session_.editor.DragType;
+    const int source = session_.editor.DragSource;
     if (kind == "FADER" && !sliderMovedSincePress_) {
         UpdateDefs();
         ClickFader(editor_, source);
@@ -629,14 +634,14 @@ void PC1600XForm::beginDrag() {
     if (QGuiApplication::platformName() == "offscreen") return;
     auto* drag = new QDrag(this);
     auto* mime = new QMimeData;
-    mime->setData(kDragMime, QByteArray::fromStdString(session_.flags.DragType));
+    mime->setData(kDragMime, QByteArray::fromStdString(session_.editor.DragType));
     drag->setMimeData(mime);
     drag->exec(Qt::CopyAction);
 }
 
 void PC1600XForm::dropOn(bool button, int index, const QMimeData* mime) {
-    if (mime && mime->hasFormat(kDragMime)) session_.flags.DragType = mime->data(kDragMime).toStdString();
-    else if (mime && session_.flags.DragType.empty()) session_.flags.DragType = "TEXT";
+    if (mime && mime->hasFormat(kDragMime)) session_.editor.DragType = mime->data(kDragMime).toStdString();
+    else if (mime && session_.editor.DragType.empty()) session_.editor.DragType = "TEXT";
     if (button) DropOnButton(session_, index);
     else DropOnFader(session_, index);
 }
@@ -672,8 +677,8 @@ bool PC1600XForm::eventFilter(QObject* watched, QEvent* event) {
             case QEvent::MouseButtonPress:
                 UpdateDefs();
                 ClickFader(editor_, i);
-                session_.flags.DragType = "FADER";
-                session_.flags.DragSource = i;
+                session_.editor.DragType = "FADER";
+                session_.editor.DragSource = i;
                 sliderMovedSincePress_ = false;
                 DragTimer->start();
                 break;
@@ -704,8 +709,8 @@ bool PC1600XForm::eventFilter(QObject* watched, QEvent* event) {
             case QEvent::FocusIn: ClickButton(editor_, i); break;
             case QEvent::MouseButtonPress:
                 UpdateDefs();
-                session_.flags.DragType = "BUTTON";
-                session_.flags.DragSource = i;
+                session_.editor.DragType = "BUTTON";
+                session_.editor.DragSource = i;
                 DragTimer->start();
                 break;
             case QEvent::MouseButtonRelease: DragTimer->stop(); break;

@@ -23,7 +23,7 @@ class QTimer;
 namespace tavlo {
 
 class LabelDefaults;
-class Session;
+class Program;
 class SliderTextPair;
 class StringEditForm;
 class LearnMessages;
@@ -36,7 +36,7 @@ class ListState;
 class PC1600XForm : public QWidget {
     Q_OBJECT
 public:
-    explicit PC1600XForm(Session& session, QWidget* parent = nullptr);
+    explicit PC1600XForm(Program& session, QWidget* parent = nullptr);
     ~PC1600XForm() override;
 
     // Commits what is still being typed in a text field; run before the
@@ -82,7 +82,7 @@ private:
     void otherScene(bool forButton);
     void commitName(QLineEdit* text, const std::function<void(const std::string&)>& store);
 
-    Session& session_;
+    Program& session_;
     EditorState& editor_;
     std::unique_ptr<Ui::PC1600XForm> ui_;
     std::array<QSlider*, 18> sliders_{};

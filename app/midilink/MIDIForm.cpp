@@ -5,13 +5,16 @@
 #include <QSignalBlocker>
 
 #include "midilink/MIDIFormOperations.h"
-#include "shell/Session.h"
+#include "shell/Program.h"
+#include "ui/Prompter.h"
+#include "midilink/MidiConfig.h"
+#include "midilink/MidiLink.h"
 #include "ui/QtText.h"
 #include "ui_MIDIForm.h"
 
 namespace tavlo {
 
-MIDIForm::MIDIForm(Session& session, QWidget* parent)
+MIDIForm::MIDIForm(Program& session, QWidget* parent)
     : QDialog(parent), session_(session), ui_(std::make_unique<Ui::MIDIForm>()) {
     ui_->setupUi(this);
     for (int channel = 1; channel <= 16; ++channel) {
@@ -150,7 +153,7 @@ void MIDIForm::refresh() {
     }
 }
 
-void MIDIForm::listClicked(QListWidget* widget, ListState& list, bool (*click)(Session&)) {
+void MIDIForm::listClicked(QListWidget* widget, ListState& list, bool (*click)(const LinkContext&)) {
     if (refreshing_) return;
     list.setListIndex(widget->currentRow());
     click(session_);

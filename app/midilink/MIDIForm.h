@@ -12,14 +12,15 @@ class QListWidget;
 namespace tavlo {
 
 class ListState;
-class Session;
+class Program;
+struct LinkContext;
 
 // The MIDI configuration window: a view of MidiLink::form and MidiConfig.
 // Every click goes to the core operations of MIDIForm.
 class MIDIForm : public QDialog {
     Q_OBJECT
 public:
-    explicit MIDIForm(Session& session, QWidget* parent = nullptr);
+    explicit MIDIForm(Program& session, QWidget* parent = nullptr);
     ~MIDIForm() override;
 
     // Shows the window from the menu, modal to the program.
@@ -33,10 +34,10 @@ protected:
 private:
     void refresh();
     void fillList(QListWidget* widget, const ListState& list);
-    void listClicked(QListWidget* widget, ListState& list, bool (*click)(Session&));
+    void listClicked(QListWidget* widget, ListState& list, bool (*click)(const LinkContext&));
     void ok();
 
-    Session& session_;
+    Program& session_;
     std::unique_ptr<Ui::MIDIForm> ui_;
     Observable::Token formToken_ = 0;
     Observable::Token midiToken_ = 0;

@@ -1,13 +1,14 @@
 #include "midilink/PeekForm.h"
 
 #include "midilink/PeekList.h"
-#include "shell/Session.h"
+#include "shell/Program.h"
+#include "midilink/MidiLink.h"
 #include "ui/QtText.h"
 #include "ui_PeekForm.h"
 
 namespace tavlo {
 
-PeekForm::PeekForm(Session& session, QWidget* parent)
+PeekForm::PeekForm(Program& session, QWidget* parent)
     : QDialog(parent), session_(session), ui_(std::make_unique<Ui::PeekForm>()) {
     ui_->setupUi(this);
     connect(ui_->PeekAgainButton, &QPushButton::clicked, this, &PeekForm::loadPeekList);

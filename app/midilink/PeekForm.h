@@ -8,14 +8,14 @@ class PeekForm;
 
 namespace tavlo {
 
-class Session;
+class Program;
 
 // The names of the presets in the device (PeekMenu), from MidiLink::PeekList.
 // The list fills the window as it is resized, through its layout.
 class PeekForm : public QDialog {
     Q_OBJECT
 public:
-    explicit PeekForm(Session& session, QWidget* parent = nullptr);
+    explicit PeekForm(Program& session, QWidget* parent = nullptr);
     ~PeekForm() override;
 
     // PeekMenu: the sizing line, the names from the device, and show.
@@ -26,7 +26,7 @@ public:
 private:
     void refresh();
 
-    Session& session_;
+    Program& session_;
     std::unique_ptr<Ui::PeekForm> ui_;
 };
 

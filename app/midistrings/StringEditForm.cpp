@@ -8,12 +8,14 @@
 #include <cstdio>
 
 #include "editor/EditorDefaults.h"
-#include "midistrings/MSBModule.h"
+#include "base/MSBModule.h"
 #include "midistrings/StringEditor.h"
 #include "midistrings/StringLearn.h"
-#include "midistrings/StringNotation.h"
-#include "pool/Database.h"
-#include "shell/Session.h"
+#include "sysex/StringNotation.h"
+#include "db/Database.h"
+#include "shell/Program.h"
+#include "db/PoolDatabase.h"
+#include "midilink/MidiConfig.h"
 #include "ui/CCDigitTyping.h"
 #include "ui/CCNameList.h"
 #include "ui/LabelDefaults.h"
@@ -36,7 +38,7 @@ void fillCombo(QComboBox* combo, const ListState& list) {
 
 }  // namespace
 
-StringEditForm::StringEditForm(Session& session, QWidget* parent)
+StringEditForm::StringEditForm(Program& session, QWidget* parent)
     : QDialog(parent), session_(session), ui_(std::make_unique<Ui::StringEditForm>()) {
     ui_->setupUi(this);
     setFixedSize(size());

@@ -12,14 +12,14 @@ namespace tavlo {
 
 class LabelDefaults;
 class LearnMessages;
-class Session;
+class Program;
 
 // The modal string editor: composes one string of a fader, a button or the
 // setup from up to 50 messages. A thin view over StringEditState.
 class StringEditForm : public QDialog {
     Q_OBJECT
 public:
-    explicit StringEditForm(Session& session, QWidget* parent = nullptr);
+    explicit StringEditForm(Program& session, QWidget* parent = nullptr);
     ~StringEditForm() override;
 
     // Opens modally on a control's string; true when the string came back
@@ -41,7 +41,7 @@ protected:
 private:
     void connectControls();
 
-    Session& session_;
+    Program& session_;
     StringEditState state_;
     std::unique_ptr<Ui::StringEditForm> ui_;
     LabelDefaults* labelDefaults_ = nullptr;

@@ -6,7 +6,8 @@
 #include "pool/PoolOperations.h"
 #include "pool/PresetSysexFile.h"
 #include "pool/PresetSysexImport.h"
-#include "shell/Session.h"
+#include "shell/Program.h"
+#include "pool/PoolFormState.h"
 #include "ui/QtText.h"
 #include "ui_PoolForm.h"
 
@@ -20,7 +21,7 @@ void fillList(QListWidget* widget, const ListState& state) {
 
 }  // namespace
 
-PoolForm::PoolForm(Session& session, QWidget* parent)
+PoolForm::PoolForm(Program& session, QWidget* parent)
     : QWidget(parent), session_(session), ui_(std::make_unique<Ui::PoolForm>()) {
     ui_->setupUi(this);
     subscription_ = session_.poolForm.subscribe([this] { refresh(); });
@@ -91,7 +92,7 @@ void PoolForm::orderChanged() {
     ReloadPoolList(session_);
 }
 
-void PoolForm::runOperation(void (*operation)(Session&)) {
+void PoolForm::runOperation(void (*operation)(const PoolContext&)) {
     selectionChanged();
     operation(session_);
     refresh();

@@ -8,14 +8,15 @@ class PoolForm;
 
 namespace tavlo {
 
-class Session;
+class Program;
+struct PoolContext;
 
 // The window on the stored presets. It shows PoolFormState and hands the
 // user's clicks to the pool operations of core.
 class PoolForm : public QWidget {
     Q_OBJECT
 public:
-    explicit PoolForm(Session& session, QWidget* parent = nullptr);
+    explicit PoolForm(Program& session, QWidget* parent = nullptr);
     ~PoolForm() override;
 
     // The first fill of the run, and a reload after changes elsewhere.
@@ -26,11 +27,11 @@ private:
     void lineSelected(int row);
     void selectionChanged();
     void orderChanged();
-    void runOperation(void (*operation)(Session&));
+    void runOperation(void (*operation)(const PoolContext&));
     void loadPresetSysex();
     void savePresetSysex();
 
-    Session& session_;
+    Program& session_;
     std::unique_ptr<Ui::PoolForm> ui_;
     int subscription_ = 0;
     bool filling_ = false;

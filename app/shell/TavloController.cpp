@@ -6,7 +6,7 @@
 #include <QMdiSubWindow>
 #include <QPrinterInfo>
 
-#include "editor/InitPreset.h"
+#include "pool/EditorStoreQuestions.h"
 #include "editor/PC1600XForm.h"
 
 #include "midilink/ExchangeDump.h"
@@ -14,18 +14,23 @@
 #include "midilink/MIDIFormOperations.h"
 #include "midilink/PeekForm.h"
 #include "midilink/RtMidiBackend.h"
-#include "pool/Database.h"
+#include "db/Database.h"
 #include "pool/PoolForm.h"
 #include "shell/QuitMenu.h"
-#include "shell/Session.h"
-#include "shell/SysexFileContents.h"
+#include "shell/Program.h"
+#include "ui/Prompter.h"
+#include "db/PoolDatabase.h"
+#include "editor/EditorState.h"
+#include "midilink/MidiLink.h"
+#include "pool/PoolFlags.h"
+#include "sysex/SysexFileContents.h"
 #include "shell/WindowStates.h"
 #include "ui/QtText.h"
 #include "ui_TavloController.h"
 
 namespace tavlo {
 
-TavloController::TavloController(Session& session, QWidget* parent)
+TavloController::TavloController(Program& session, QWidget* parent)
     : QMainWindow(parent), session_(session), ui_(std::make_unique<Ui::TavloController>()) {
     ui_->setupUi(this);
     setCentralWidget(ui_->MDIArea);
@@ -53,8 +58,8 @@ TavloController::TavloController(Session& session, QWidget* parent)
     // A load that found its preset row gone ends the program, through the
     // ordinary close so that the questions about unsaved work still come.
     fatalToken_ = session_.editor.subscribe([this] {
-        if (!session_.flags.FatalDatabaseError) return;
-        session_.flags.FatalDatabaseError = false;
+        if (!session_.poolFlags.FatalDatabaseError) return;
+        session_.poolFlags.FatalDatabaseError = false;
         QTimer::singleShot(0, this, [this] { close(); });
     });
 
@@ -141,7 +146,7 @@ void TavloController::restoreGeometryFromPool() {
 }
 
 void TavloController::closeEvent(QCloseEvent* event) {
-    session_.flags.Quitting = true;
+    session_.editor.Quitting = true;
     const int state = isMaximized() ? 2 : isMinimized() ? 1 : 0;
     std::vector<WindowStateRow> rows;
     for (const std::string& name : WindowStateNames()) {
@@ -163,7 +168,7 @@ void TavloController::closeEvent(QCloseEvent* event) {
         rows.push_back(row);
     }
     if (!QuitMenu(session_, rows)) {
-        session_.flags.Quitting = false;
+        session_.editor.Quitting = false;
         event->ignore();
         return;
     }

@@ -14,14 +14,14 @@ class MIDIForm;
 class PC1600XForm;
 class PeekForm;
 class PoolForm;
-class Session;
+class Program;
 
 // The main window: an MDI frame with the menu bar in which every other
 // window lives.
 class TavloController : public QMainWindow {
     Q_OBJECT
 public:
-    explicit TavloController(Session& session, QWidget* parent = nullptr);
+    explicit TavloController(Program& session, QWidget* parent = nullptr);
     ~TavloController() override;
 
     QMdiArea* mdiArea() const;
@@ -42,7 +42,7 @@ private:
     void newPreset();
     void startMidi();
 
-    Session& session_;
+    Program& session_;
     std::unique_ptr<Ui::TavloController> ui_;
     MIDIForm* midiForm_ = nullptr;  // owned as a child window
     PeekForm* peekForm_ = nullptr;

@@ -1,6 +1,6 @@
 #include "shell/TavloProgram.h"
 
-#include "shell/Session.h"
+#include "shell/Program.h"
 #include "shell/Startup.h"
 #include "shell/TavloController.h"
 #include "ui/QtPump.h"
@@ -13,11 +13,15 @@ TavloProgram::TavloProgram(Prompter& prompter) : prompter_(prompter), pump_(std:
 TavloProgram::~TavloProgram() = default;
 
 bool TavloProgram::start(const std::string& poolPath) {
-    if (!OpenPoolForStartup(pool_, poolPath, prompter_)) return false;
     status_ = std::make_unique<StatusForm>();
-    session_ = std::make_unique<Session>(pool_, prompter_, *status_, *pump_, clock_);
-    PrepareSession(*session_);
-    controller_ = std::make_unique<TavloController>(*session_);
+    program_ = std::make_unique<Program>(prompter_, *status_, *pump_, clock_);
+    if (!OpenPoolForStartup(program_->pool, poolPath, prompter_)) {
+        program_.reset();
+        status_.reset();
+        return false;
+    }
+    PrepareSession(*program_);
+    controller_ = std::make_unique<TavloController>(*program_);
     controller_->restoreGeometryFromPool();
     return true;
 }

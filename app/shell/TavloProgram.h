@@ -2,19 +2,18 @@
 #include <memory>
 #include <string>
 
-#include "pool/PoolDatabase.h"
 #include "ui/SteadyClock.h"
 
 namespace tavlo {
 
 class Prompter;
-class Session;
+class Program;
 class StatusForm;
 class TavloController;
 class QtPump;
 
-// Owns everything a run of Tavlo has: the pool, the session and its
-// adapters, and the windows.
+// Tavlo with its windows: the Qt adapters of the boundaries, the Program
+// they serve, and the windows over it.
 class TavloProgram {
 public:
     explicit TavloProgram(Prompter& prompter);
@@ -26,15 +25,14 @@ public:
     bool start(const std::string& poolPath);
 
     TavloController* controller() const { return controller_.get(); }
-    Session& session() const { return *session_; }
+    Program& program() const { return *program_; }
 
 private:
     Prompter& prompter_;
-    PoolDatabase pool_;
     SteadyClock clock_;
     std::unique_ptr<QtPump> pump_;
     std::unique_ptr<StatusForm> status_;
-    std::unique_ptr<Session> session_;
+    std::unique_ptr<Program> program_;
     std::unique_ptr<TavloController> controller_;
 };
 

@@ -3,7 +3,7 @@
 #include <QComboBox>
 #include <cstdio>
 
-#include "pool/Database.h"
+#include "db/Database.h"
 #include "ui/QtText.h"
 
 namespace tavlo {

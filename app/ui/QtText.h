@@ -2,7 +2,7 @@
 #include <QString>
 #include <string>
 
-#include "midistrings/Windows1252.h"
+#include "base/Windows1252.h"
 
 namespace tavlo {
 

@@ -6,9 +6,13 @@
 
 #include "editor/EditorSelection.h"
 #include "editor/Scenes.h"
-#include "midistrings/MSBModule.h"
-#include "preset/PresetCodes.h"
-#include "shell/Session.h"
+#include "base/MSBModule.h"
+#include "sysex/PresetCodes.h"
+#include "editor/EditorContext.h"
+#include "editor/EditorState.h"
+#include "editor/ImageSlots.h"
+#include "db/PoolDatabase.h"
+#include "ui/Prompter.h"
 
 namespace tavlo {
 
@@ -50,7 +54,7 @@ void CopyControl(EditorState& editor) {
     editor.notifyChanged();
 }
 
-bool PasteControl(Session& session, bool fromDrag) {
+bool PasteControl(const EditorContext& session, bool fromDrag) {
     EditorState& editor = session.editor;
     EditorClipboard& clip = editor.Clipboard;
     WorkingPreset& preset = editor.preset;
@@ -181,8 +185,8 @@ void MoveControlUp(EditorState& editor) {
     showSelected(editor);
 }
 
-void DropOnButton(Session& session, int target) {
-    const std::string& kind = session.flags.DragType;
+void DropOnButton(const EditorContext& session, int target) {
+    const std::string& kind = session.editor.DragType;
     if (kind == "BUTTON") {
         ClickButton(session.editor, target);
         PasteControl(session, true);
@@ -191,11 +195,11 @@ void DropOnButton(Session& session, int target) {
     } else {
         session.prompter.message("Cannot Drop", "Cannot Drop a " + kind + " onto a BUTTON");
     }
-    session.flags.DragType.clear();
+    session.editor.DragType.clear();
 }
 
-void DropOnFader(Session& session, int target) {
-    const std::string& kind = session.flags.DragType;
+void DropOnFader(const EditorContext& session, int target) {
+    const std::string& kind = session.editor.DragType;
     if (kind == "FADER") {
         ClickFader(session.editor, target);
         PasteControl(session, true);
@@ -203,7 +207,7 @@ void DropOnFader(Session& session, int target) {
     } else {
         session.prompter.message("Cannot Drop", "Cannot Drop a " + kind + " onto a FADER");
     }
-    session.flags.DragType.clear();
+    session.editor.DragType.clear();
 }
 
 std::optional<SpreadOptions> SpreadOptionsFor(bool button, int function) {

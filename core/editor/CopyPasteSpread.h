@@ -4,10 +4,9 @@
 #include <utility>
 
 #include "editor/EditorState.h"
+#include "editor/EditorContext.h"
 
 namespace tavlo {
-
-class Session;
 
 // CopyButton: the selected button (with the button frame showing) or the
 // selected fader, with its strings, goes to the clipboard.
@@ -15,7 +14,7 @@ void CopyControl(EditorState& editor);
 // PasteButton: the clipboard onto the selected control of the kind it
 // holds, or a copied scene onto the sliders. A paste that is part of a drag
 // asks nothing; otherwise overwriting a control with a function asks first.
-bool PasteControl(Session& session, bool fromDrag);
+bool PasteControl(const EditorContext& session, bool fromDrag);
 // MoveDownButton swaps the selected control with the one of index one
 // lower, MoveUpButton with the one higher; the selection follows.
 void MoveControlDown(EditorState& editor);
@@ -24,8 +23,8 @@ void MoveControlUp(EditorState& editor);
 // A drop of a dragged control (DragType, DragSource in the session flags) on
 // a button or on a fader. Kinds that can't land there are refused with
 // "Cannot Drop a <kind> onto a BUTTON" / "... onto a FADER".
-void DropOnButton(Session& session, int target);
-void DropOnFader(Session& session, int target);
+void DropOnButton(const EditorContext& session, int target);
+void DropOnFader(const EditorContext& session, int target);
 
 // SpreadForm's option captions for a source control; an absent second
 // option is hidden. Nothing at all for a Master Fader, which has no spread.

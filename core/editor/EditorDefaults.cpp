@@ -1,7 +1,7 @@
 #include "editor/EditorDefaults.h"
 
 #include "editor/ParameterText.h"
-#include "pool/Database.h"
+#include "db/Database.h"
 
 namespace tavlo {
 

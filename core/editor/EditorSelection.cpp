@@ -4,8 +4,8 @@
 #include <stdexcept>
 
 #include "editor/FunctionAssignment.h"
-#include "midistrings/MSBModule.h"
-#include "preset/PresetCodes.h"
+#include "base/MSBModule.h"
+#include "sysex/PresetCodes.h"
 
 namespace tavlo {
 

@@ -2,6 +2,7 @@
 #include <array>
 #include <string>
 
+#include "preset/PristinePreset.h"
 #include "preset/WorkingPreset.h"
 #include "ui/ListState.h"
 #include "ui/Observable.h"
@@ -104,6 +105,21 @@ struct EditorState : Observable {
     // The store asks the window to put the focus on PresetNameText.
     bool FocusPresetNameText = false;
     // ---- end of pool store and load ----
+
+    // The running drag: "FADER", "BUTTON", ... and the control it started on.
+    std::string DragType;
+    int DragSource = -1;
+    // The program is starting (false while a flow must not be asked about
+    // unsaved edits) and quitting (the quit command has asked already).
+    bool ProgramInit = true;
+    bool Quitting = false;
 };
+
+// The editor's preset against its pristine copy. While a load fills the
+// editor (PristineComparison false) nothing counts as an edit.
+inline void UpdateINITData(EditorState& editor) { UpdateINITData(editor.preset, editor.PristinePreset); }
+inline bool INITDataChanged(const EditorState& editor) {
+    return editor.PristineComparison && INITDataChanged(editor.preset, editor.PristinePreset);
+}
 
 }  // namespace tavlo

@@ -6,8 +6,8 @@
 #include "editor/EditorDefaults.h"
 #include "editor/EditorSelection.h"
 #include "editor/ParameterText.h"
-#include "midistrings/MSBModule.h"
-#include "preset/PresetCodes.h"
+#include "base/MSBModule.h"
+#include "sysex/PresetCodes.h"
 #include "ui/Prompter.h"
 
 namespace tavlo {

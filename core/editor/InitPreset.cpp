@@ -5,9 +5,11 @@
 
 #include "editor/PresetOperations.h"
 #include "preset/PristinePreset.h"
-#include "midistrings/MSBModule.h"
-#include "pool/PresetStore.h"
-#include "shell/Session.h"
+#include "base/MSBModule.h"
+#include "editor/EditorContext.h"
+#include "editor/EditorState.h"
+#include "editor/ImageSlots.h"
+#include "db/PoolDatabase.h"
 
 namespace tavlo {
 namespace {
@@ -74,7 +76,7 @@ void overlayDataWheel(Database& db, WorkingPreset& preset) {
 
 }  // namespace
 
-void InitializePreset(Session& session) {
+void InitializePreset(const EditorContext& session) {
     EditorState& editor = session.editor;
     editor.preset = WorkingPreset{};
     try {
@@ -98,33 +100,6 @@ void InitializePreset(Session& session) {
     SelectFader(editor, 0);
     UpdateINITData(editor);
     editor.notifyChanged();
-}
-
-bool InitPresetButton(Session& session) {
-    EditorState& editor = session.editor;
-    if (session.flags.ProgramInit && INITDataChanged(editor) &&
-        MSBModule::Trim(editor.preset.Name) != kInitializedName) {
-        const MessageAnswer answer = session.prompter.message(
-            "Store Preset in Pool?", "Do you want to store this Preset in the Preset Pool?", MessageButtons::YesNoCancel);
-        if (answer == MessageAnswer::Cancel) return false;
-        if (answer == MessageAnswer::Yes) {
-            editor.CancelClose = false;
-            StoreInPoolButton(session);
-            if (editor.CancelClose) {
-                editor.CancelClose = false;
-                return false;
-            }
-        }
-    }
-    InitializePreset(session);
-    return true;
-}
-
-void InitPresetWithoutQuestions(Session& session) {
-    const bool before = session.flags.ProgramInit;
-    session.flags.ProgramInit = false;
-    InitPresetButton(session);
-    session.flags.ProgramInit = before;
 }
 
 }  // namespace tavlo

@@ -5,7 +5,7 @@
 #include <cctype>
 #include <cstdlib>
 
-#include "midistrings/MSBModule.h"
+#include "base/MSBModule.h"
 
 namespace tavlo::ParameterText {
 

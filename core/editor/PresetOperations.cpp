@@ -5,8 +5,8 @@
 
 #include "editor/EditorSelection.h"
 #include "editor/FunctionAssignment.h"
-#include "midistrings/MSBModule.h"
-#include "preset/PresetCodes.h"
+#include "base/MSBModule.h"
+#include "sysex/PresetCodes.h"
 #include "ui/Prompter.h"
 
 namespace tavlo {

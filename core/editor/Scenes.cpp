@@ -3,10 +3,14 @@
 #include <algorithm>
 
 #include "editor/EditorSelection.h"
-#include "midistrings/MSBModule.h"
-#include "pool/Database.h"
+#include "base/MSBModule.h"
+#include "db/Database.h"
 #include "preset/PristinePreset.h"
-#include "shell/Session.h"
+#include "editor/EditorContext.h"
+#include "editor/EditorState.h"
+#include "editor/ImageSlots.h"
+#include "db/PoolDatabase.h"
+#include "ui/Prompter.h"
 
 namespace tavlo {
 
@@ -53,8 +57,8 @@ void onBoth(EditorState& editor, F change) {
 
 }  // namespace
 
-bool MemoryImageOpen(Session& session) {
-    return session.storeFollowUps.MemImageFormOpen && session.storeFollowUps.MemImageFormOpen();
+bool MemoryImageOpen(const EditorContext& session) {
+    return session.memImage.formOpen();
 }
 
 void RefillSceneLists(EditorState& editor) {
@@ -68,7 +72,7 @@ void RefillSceneLists(EditorState& editor) {
     editor.notifyChanged();
 }
 
-bool MakeScene(Session& session) {
+bool MakeScene(const EditorContext& session) {
     EditorState& editor = session.editor;
     Prompter& prompter = session.prompter;
     WorkingPreset& preset = editor.preset;
@@ -166,7 +170,7 @@ void SelectScene(EditorState& editor, int listIndex) {
     editor.notifyChanged();
 }
 
-bool RenameScene(Session& session) {
+bool RenameScene(const EditorContext& session) {
     EditorState& editor = session.editor;
     Prompter& prompter = session.prompter;
     const int selected = editor.SelectSceneCombo.listIndex();
@@ -219,7 +223,7 @@ bool RenameScene(Session& session) {
     return true;
 }
 
-bool DeleteScene(Session& session) {
+bool DeleteScene(const EditorContext& session) {
     EditorState& editor = session.editor;
     Prompter& prompter = session.prompter;
     const int selected = editor.SelectSceneCombo.listIndex();
@@ -266,7 +270,7 @@ bool DeleteScene(Session& session) {
                 b.ScenePreset = -1;
             }
     });
-    if (MemoryImageOpen(session) && session.storeFollowUps.FillSceneList) session.storeFollowUps.FillSceneList();
+    if (MemoryImageOpen(session) && session.memImage.followUps.FillSceneList) session.memImage.followUps.FillSceneList();
     editor.SelectSceneCombo.removeItem(selected);
     for (ListState* list : {&editor.BSceneCombo, &editor.SelectPresetSceneCombo}) {
         const int line = list->findText(name);
@@ -329,7 +333,7 @@ void ChooseSetupScene(EditorState& editor, int line) {
     editor.notifyChanged();
 }
 
-bool FillSceneList(Session& session, const std::string& excludedPreset, ListState& sceneList) {
+bool FillSceneList(const EditorContext& session, const std::string& excludedPreset, ListState& sceneList) {
     sceneList.clear();
     try {
         Statement query = session.pool.db().prepare(
@@ -352,7 +356,7 @@ bool FillSceneList(Session& session, const std::string& excludedPreset, ListStat
     return true;
 }
 
-void AddOtherScene(Session& session, bool forButton, std::int64_t sceneID) {
+void AddOtherScene(const EditorContext& session, bool forButton, std::int64_t sceneID) {
     EditorState& editor = session.editor;
     std::string sceneName, presetName;
     std::int64_t owner = -1;

@@ -3,10 +3,10 @@
 #include <string>
 
 #include "editor/EditorState.h"
+#include "editor/EditorContext.h"
 
 namespace tavlo {
 
-class Session;
 class Database;
 
 // Scenes of the preset in the editor: named snapshots of its 18 slider
@@ -14,19 +14,19 @@ class Database;
 // setup scenes of any preset in the pool as a pair of name and owner ID.
 
 // True while the memory image window is open.
-bool MemoryImageOpen(Session& session);
+bool MemoryImageOpen(const EditorContext& session);
 
 // Rebuilds SelectSceneCombo, BSceneCombo and SelectPresetSceneCombo from the
 // preset's scenes; lines of other presets' scenes and the selections stay.
 void RefillSceneLists(EditorState& editor);
 
 // MakeSceneButton: asks for a name and stores the slider positions.
-bool MakeScene(Session& session);
+bool MakeScene(const EditorContext& session);
 // SelectSceneCombo_Click: moves the sliders; a value beyond the fader's
 // range is cut, and stays cut in the scene.
 void SelectScene(EditorState& editor, int listIndex);
-bool RenameScene(Session& session);
-bool DeleteScene(Session& session);
+bool RenameScene(const EditorContext& session);
+bool DeleteScene(const EditorContext& session);
 // CopySceneButton: the selected scene's values go to the clipboard.
 void CopyScene(EditorState& editor);
 
@@ -37,8 +37,8 @@ void ChooseSetupScene(EditorState& editor, int line);
 // AllScenesForm.FillSceneList: every scene of the pool but the excluded
 // preset's, "'scene'  - from Preset 'preset'" with the SceneRec.ID as data.
 // False, after telling the user, when there are none.
-bool FillSceneList(Session& session, const std::string& excludedPreset, ListState& sceneList);
+bool FillSceneList(const EditorContext& session, const std::string& excludedPreset, ListState& sceneList);
 // What the other-scene buttons do with the scene picked in AllScenesForm.
-void AddOtherScene(Session& session, bool forButton, std::int64_t sceneID);
+void AddOtherScene(const EditorContext& session, bool forButton, std::int64_t sceneID);
 
 }  // namespace tavlo

@@ -4,9 +4,13 @@
 #include <cstdio>
 
 #include "editor/ParameterText.h"
-#include "midistrings/MSBModule.h"
-#include "pool/Database.h"
-#include "shell/Session.h"
+#include "base/MSBModule.h"
+#include "db/Database.h"
+#include "editor/EditorContext.h"
+#include "editor/EditorState.h"
+#include "editor/ImageSlots.h"
+#include "db/PoolDatabase.h"
+#include "ui/Prompter.h"
 
 namespace tavlo {
 
@@ -53,7 +57,7 @@ void SetBankIsMSB(EditorState& editor, bool msb) {
     editor.notifyChanged();
 }
 
-bool MakeSetupChannelsSame(Session& session) {
+bool MakeSetupChannelsSame(const EditorContext& session) {
     EditorState& editor = session.editor;
     const int current = editor.SChannel;
     const std::string question =
@@ -66,7 +70,7 @@ bool MakeSetupChannelsSame(Session& session) {
     return true;
 }
 
-bool SetupChannelsAllOff(Session& session) {
+bool SetupChannelsAllOff(const EditorContext& session) {
     EditorState& editor = session.editor;
     if (session.prompter.message(kSameTitle, "Are you sure you want to set all the Setup Channel information to OFF?",
                                  MessageButtons::YesNo) == MessageAnswer::No)

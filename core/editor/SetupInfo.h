@@ -2,10 +2,10 @@
 #include <string>
 
 #include "editor/EditorState.h"
+#include "editor/EditorContext.h"
 
 namespace tavlo {
 
-class Session;
 class Database;
 
 // The setup block of the preset: what the device sends when the preset is
@@ -23,9 +23,9 @@ void SetBankIsMSB(EditorState& editor, bool msb);
 
 // MakeSameButton: after a Yes, the shown channel's four fields go to the
 // other fifteen.
-bool MakeSetupChannelsSame(Session& session);
+bool MakeSetupChannelsSame(const EditorContext& session);
 // SAllOffButton: unless the answer is No, every field of every channel off.
-bool SetupChannelsAllOff(Session& session);
+bool SetupChannelsAllOff(const EditorContext& session);
 
 // SetupChannelMapLabel: the sixteen channels become the defaults of a new
 // preset ("SetupChannel01" .. "SetupChannel16" = "bank:msb:prog:vol").

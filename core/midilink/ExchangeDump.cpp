@@ -2,8 +2,14 @@
 
 #include <limits>
 
-#include "midilink/DeviceMessages.h"
-#include "shell/Session.h"
+#include "sysex/DeviceMessages.h"
+#include "midilink/LinkContext.h"
+#include "midilink/MidiLink.h"
+#include "midilink/MidiConfig.h"
+#include "ui/StatusView.h"
+#include "ui/Pump.h"
+#include "ui/Prompter.h"
+#include "db/PoolDatabase.h"
 
 namespace tavlo {
 
@@ -53,16 +59,16 @@ const char* const kManualAllGlobalsPrompt =
     "button, going to the DUMP page, and selecting GLOBALS, and then pressing ENTER.  Tavlo is waiting for the "
     "data...";
 
-void YieldWithTimers(Session& session) {
+void YieldWithTimers(const LinkContext& session) {
     session.pump.yield();
-    session.midiLink.waitTimer.update(session.clock.now(), session.flags.TimedOut);
+    session.midiLink.waitTimer.update(session.clock.now(), session.midiLink.TimedOut);
 }
 
-void Pause(Session& session, std::int64_t ms) {
+void Pause(const LinkContext& session, std::int64_t ms) {
     waitUntil(session.pump, session.clock, ms, [] { return false; });
 }
 
-ExchangeResult ExchangeDump(Session& session, const ExchangeRequest& request) {
+ExchangeResult ExchangeDump(const LinkContext& session, const ExchangeRequest& request) {
     MidiLink& link = session.midiLink;
     StatusView& status = session.status;
     WaitTimer& timer = link.waitTimer;
@@ -74,7 +80,7 @@ ExchangeResult ExchangeDump(Session& session, const ExchangeRequest& request) {
     status.resetCancelled();
     YieldWithTimers(session);
 
-    session.flags.TimedOut = false;
+    session.midiLink.TimedOut = false;
     if (!manual) {
         timer.setInterval(request.interval > 0 ? request.interval
                                                 : WaitInterval(request.row, session.midi.TimeoutIndex));
@@ -87,7 +93,7 @@ ExchangeResult ExchangeDump(Session& session, const ExchangeRequest& request) {
     // The one wait loop; in manual mode no timer runs, so only the dump or
     // Cancel ends it.
     waitUntil(session.pump, session.clock, std::numeric_limits<std::int64_t>::max(), [&] {
-        session.midiLink.waitTimer.update(session.clock.now(), session.flags.TimedOut);
+        session.midiLink.waitTimer.update(session.clock.now(), session.midiLink.TimedOut);
         if (link.MIDIIn.count() != 0) {
             std::string message = link.MIDIIn.current();
             if (DeviceMessageCommand(message) == request.awaitedCommand) {
@@ -98,7 +104,7 @@ ExchangeResult ExchangeDump(Session& session, const ExchangeRequest& request) {
             link.MIDIIn.clear();  // the wrong kind is thrown away
             return false;
         }
-        if (session.flags.TimedOut) {
+        if (session.midiLink.TimedOut) {
             result.outcome = ExchangeResult::Outcome::TimedOut;
             return true;
         }

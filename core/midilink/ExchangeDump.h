@@ -1,10 +1,9 @@
 #pragma once
 #include <cstdint>
 #include <string>
+#include "midilink/LinkContext.h"
 
 namespace tavlo {
-
-class Session;
 
 // The rows of the interval table: which flow waits.
 enum class IntervalRow { GlobalsWindow, SinglePreset, MemoryImage, ScenesSend };
@@ -52,15 +51,15 @@ struct ExchangeResult {
 // time-out (not in manual mode) or Cancel. A time-out shows the flow's
 // message; a cancel shows nothing. The dump is taken whatever its device
 // identifier and its last byte.
-ExchangeResult ExchangeDump(Session& session, const ExchangeRequest& request);
+ExchangeResult ExchangeDump(const LinkContext& session, const ExchangeRequest& request);
 
 // One yield to the toolkit, with WaitTimer's ticks run after it.
-void YieldWithTimers(Session& session);
+void YieldWithTimers(const LinkContext& session);
 
 // PauseTimer (5000 ms) and SendWaitTimer (60000 ms) of the memory image
 // window: a one-shot pause that yields until its tick.
 inline constexpr std::int64_t kPauseTimerMs = 5000;
 inline constexpr std::int64_t kSendWaitTimerMs = 60000;
-void Pause(Session& session, std::int64_t ms = kPauseTimerMs);
+void Pause(const LinkContext& session, std::int64_t ms = kPauseTimerMs);
 
 }  // namespace tavlo

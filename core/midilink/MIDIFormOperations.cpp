@@ -3,12 +3,18 @@
 #include <algorithm>
 #include <limits>
 
-#include "memimage/MemImageState.h"
-#include "midilink/DeviceMessages.h"
+#include "base/MSBModule.h"
+#include "sysex/DeviceMessages.h"
 #include "midilink/ExchangeDump.h"
-#include "midistrings/MSBModule.h"
-#include "pool/Database.h"
-#include "shell/Session.h"
+#include "base/MSBModule.h"
+#include "db/Database.h"
+#include "midilink/LinkContext.h"
+#include "midilink/MidiLink.h"
+#include "midilink/MidiConfig.h"
+#include "ui/StatusView.h"
+#include "ui/Pump.h"
+#include "ui/Prompter.h"
+#include "db/PoolDatabase.h"
 
 namespace tavlo {
 namespace {
@@ -16,7 +22,7 @@ namespace {
 constexpr const char* kCaption = "Midi Configuration";
 
 template <typename Port>
-bool ReopenPort(Session& session, Port& port, const ListState& list, const std::vector<std::string>& names,
+bool ReopenPort(const LinkContext& session, Port& port, const ListState& list, const std::vector<std::string>& names,
                 const char* which) {
     port.close();
     port.setDeviceNumber(list.listIndex());
@@ -44,11 +50,11 @@ void FillDeviceList(ListState& list, const std::vector<std::string>& names, cons
 
 }  // namespace
 
-void SetInputFilters(Session& session) {
+void SetInputFilters(const LinkContext& session) {
     for (int kind = 0; kind <= 255; ++kind) session.midiLink.MIDIIn.accept(kind, true);
 }
 
-bool MIDIInDevicesList_Click(Session& session) {
+bool MIDIInDevicesList_Click(const LinkContext& session) {
     MidiLink& link = session.midiLink;
     link.MIDIIn.setBuffering(false);
     const bool open = ReopenPort(session, link.MIDIIn, link.form.MIDIInDevicesList, link.devices.inputNames(),
@@ -57,20 +63,20 @@ bool MIDIInDevicesList_Click(Session& session) {
     return open;
 }
 
-bool MIDIOutDevicesList_Click(Session& session) {
+bool MIDIOutDevicesList_Click(const LinkContext& session) {
     MidiLink& link = session.midiLink;
     return ReopenPort(session, link.MIDIOut, link.form.MIDIOutDevicesList, link.devices.outputNames(),
                       "MIDI Out port");
 }
 
-bool MIDILearnInDeviceList_Click(Session& session) {
+bool MIDILearnInDeviceList_Click(const LinkContext& session) {
     MidiLink& link = session.midiLink;
     link.MIDILearnIn.setBuffering(false);
     return ReopenPort(session, link.MIDILearnIn, link.form.MIDILearnInDeviceList, link.devices.inputNames(),
                       "MIDI Learn In port");
 }
 
-bool MIDISimOutDeviceList_Click(Session& session) {
+bool MIDISimOutDeviceList_Click(const LinkContext& session) {
     MidiLink& link = session.midiLink;
     return ReopenPort(session, link.MIDISimOut, link.form.MIDISimOutDeviceList, link.devices.outputNames(),
                       "MIDI Simulation Out port");
@@ -109,7 +115,7 @@ void UnpackLearnTolerance(const std::string& packed, std::string& tolerance, int
     manual = i != std::string::npos && FreeMemoryValue(rest.substr(i + 1)) != 0;
 }
 
-bool OKButton(Session& session) {
+bool OKButton(const LinkContext& session) {
     MidiLink& link = session.midiLink;
     MIDIFormState& form = link.form;
     MidiConfig& midi = session.midi;
@@ -167,7 +173,7 @@ bool OKButton(Session& session) {
     return true;
 }
 
-bool TestButton(Session& session) {
+bool TestButton(const LinkContext& session) {
     MidiLink& link = session.midiLink;
     MIDIFormState& form = link.form;
     MidiConfig& midi = session.midi;
@@ -182,14 +188,14 @@ bool TestButton(Session& session) {
         form.notifyChanged();
         const std::string request = DeviceRequest(channel, DeviceCommand::RequestAllGlobals);
         link.MIDIIn.setBuffering(true);
-        session.flags.TimedOut = false;
+        session.midiLink.TimedOut = false;
         link.waitTimer.setInterval(1500);
         link.waitTimer.start(session.clock.now());
         SetInputFilters(session);
         while (link.MIDIIn.count() >= 1) link.MIDIIn.remove();
         link.MIDIOut.sendSysex(request);
         waitUntil(session.pump, session.clock, std::numeric_limits<std::int64_t>::max(), [&] {
-            link.waitTimer.update(session.clock.now(), session.flags.TimedOut);
+            link.waitTimer.update(session.clock.now(), session.midiLink.TimedOut);
             while (link.MIDIIn.count() > 0) {
                 const std::string message = link.MIDIIn.current();
                 if (message.size() >= 11 && IsDeviceMessage(message)) {
@@ -198,7 +204,7 @@ bool TestButton(Session& session) {
                 }
                 link.MIDIIn.remove();
             }
-            return session.flags.TimedOut;
+            return session.midiLink.TimedOut;
         });
         link.waitTimer.stop();
         if (found < 0) YieldWithTimers(session);
@@ -222,7 +228,7 @@ bool TestButton(Session& session) {
     return found >= 0;
 }
 
-bool LoadMidiConfiguration(Session& session) {
+bool LoadMidiConfiguration(const LinkContext& session) {
     MidiLink& link = session.midiLink;
     MIDIFormState& form = link.form;
     MidiConfig& midi = session.midi;

@@ -1,38 +1,37 @@
 #pragma once
 #include <string>
+#include "midilink/LinkContext.h"
 
 namespace tavlo {
-
-class Session;
 
 // The operations of the MIDI configuration window (MIDIForm), in core. The
 // window only renders MidiLink::form and MidiConfig and calls these.
 
 // Every message kind through MIDIIn's filter; run after a port opens.
-void SetInputFilters(Session& session);
+void SetInputFilters(const LinkContext& session);
 
 // The device list Clicks: close the port, take the list's line as the device
 // number, open again. A port that can't be opened is named in a message and
 // stays closed; the others keep working. True when the port is open.
-bool MIDIInDevicesList_Click(Session& session);
-bool MIDIOutDevicesList_Click(Session& session);
-bool MIDILearnInDeviceList_Click(Session& session);
-bool MIDISimOutDeviceList_Click(Session& session);
+bool MIDIInDevicesList_Click(const LinkContext& session);
+bool MIDIOutDevicesList_Click(const LinkContext& session);
+bool MIDILearnInDeviceList_Click(const LinkContext& session);
+bool MIDISimOutDeviceList_Click(const LinkContext& session);
 
 // The checks, the MIDIConfigTable row and the model's effects. False when a
 // check failed: the user has been told, and the window stays.
-bool OKButton(Session& session);
+bool OKButton(const LinkContext& session);
 
 // The channel search: asks for the global settings on each identifier in
 // turn until a device of the family answers. Ends with its message; true
 // when found, MIDIChannelCombo then at that channel.
-bool TestButton(Session& session);
+bool TestButton(const LinkContext& session);
 
 // The MIDI half of the start-up: the configuration row into MidiConfig and
 // the window, the device lists filled from the ports, the ports opened. With
 // no row, and no device but the virtual PC1600, that one is selected. True
 // when this is a first run and the window must be shown.
-bool LoadMidiConfiguration(Session& session);
+bool LoadMidiConfiguration(const LinkContext& session);
 
 // The number in FreeMemText as the old text-to-number reading gives it:
 // its leading digits, 0 when there are none.

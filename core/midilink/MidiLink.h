@@ -38,6 +38,8 @@ public:
     OutputPort MIDISimOut{devices};
 
     WaitTimer waitTimer;
+    // Raised by WaitTimer's second tick: the awaited message did not come.
+    bool TimedOut = false;
     std::string LearnTolerance;  // kept in the Tag of MIDIIn, as ever
     MIDIFormState form;
     // PeekForm's list of the names in the device.

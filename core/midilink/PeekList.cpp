@@ -1,11 +1,17 @@
 #include "midilink/PeekList.h"
 
-#include "memimage/AllPresetsDump.h"
-#include "memimage/MemImageState.h"
-#include "midilink/DeviceMessages.h"
+#include "sysex/AllPresetsDump.h"
+#include "base/MSBModule.h"
+#include "sysex/DeviceMessages.h"
 #include "midilink/ExchangeDump.h"
-#include "midistrings/MSBModule.h"
-#include "shell/Session.h"
+#include "base/MSBModule.h"
+#include "midilink/LinkContext.h"
+#include "midilink/MidiLink.h"
+#include "midilink/MidiConfig.h"
+#include "ui/StatusView.h"
+#include "ui/Pump.h"
+#include "ui/Prompter.h"
+#include "db/PoolDatabase.h"
 
 namespace tavlo {
 
@@ -20,7 +26,7 @@ std::vector<std::string> PeekLines(std::string_view allPresets) {
     return lines;
 }
 
-void LoadPeekList(Session& session, ListState& peekList) {
+void LoadPeekList(const LinkContext& session, ListState& peekList) {
     peekList.clear();
     ExchangeRequest request;
     request.title = "Peeking at PC1600(x) Presets";

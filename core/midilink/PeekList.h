@@ -4,10 +4,9 @@
 #include <vector>
 
 #include "ui/ListState.h"
+#include "midilink/LinkContext.h"
 
 namespace tavlo {
-
-class Session;
 
 // The line that sizes PeekForm before the names come.
 inline constexpr const char* kPeekSizingLine = "EditBuffer:  AAAAAAAAAAAAAAAA";
@@ -21,6 +20,6 @@ std::vector<std::string> PeekLines(std::string_view allPresets);
 // LoadPeekList: asks the device for ALL PRESETS (the memory image's row of
 // intervals, its time-out message) and fills the list with what came. The
 // list stays empty when nothing came.
-void LoadPeekList(Session& session, ListState& peekList);
+void LoadPeekList(const LinkContext& session, ListState& peekList);
 
 }  // namespace tavlo

@@ -1,8 +1,14 @@
 #include "midilink/PresetTransfer.h"
 
-#include "memimage/MemImageState.h"
-#include "midilink/DeviceMessages.h"
-#include "shell/Session.h"
+#include "base/MSBModule.h"
+#include "sysex/DeviceMessages.h"
+#include "midilink/LinkContext.h"
+#include "midilink/MidiLink.h"
+#include "midilink/MidiConfig.h"
+#include "ui/StatusView.h"
+#include "ui/Pump.h"
+#include "ui/Prompter.h"
+#include "db/PoolDatabase.h"
 
 namespace tavlo {
 namespace {
@@ -11,7 +17,7 @@ constexpr const char* kSelecting = "Selecting Preset on the PC1600(x)...";
 constexpr const char* kRetrieving = "Retrieving the Preset from the PC1600(x)...";
 constexpr const char* kParsing = "Parsing the New Preset Sysex data...";
 
-void SelectOnDevice(Session& session, int slot) {
+void SelectOnDevice(const LinkContext& session, int slot) {
     session.status.setLine(kSelecting);
     if (slot >= 0 && slot < kPresetSlots)
         session.midiLink.MIDIOut.sendSysex(DeviceSlotCommand(session.midi.DeviceId, DeviceCommand::SelectPreset, slot));
@@ -19,7 +25,7 @@ void SelectOnDevice(Session& session, int slot) {
 
 }  // namespace
 
-ExchangeResult GetPresetFromDevice(Session& session, const std::string& title, int slot) {
+ExchangeResult GetPresetFromDevice(const LinkContext& session, const std::string& title, int slot) {
     SelectOnDevice(session, slot);
     if (!session.midi.ManualMode) {
         session.status.setLine(kRetrieving);
@@ -41,7 +47,7 @@ ExchangeResult GetPresetFromDevice(Session& session, const std::string& title, i
     return result;
 }
 
-bool SendPresetToDevice(Session& session, const std::string& presetDump, int slot) {
+bool SendPresetToDevice(const LinkContext& session, const std::string& presetDump, int slot) {
     OutputPort& out = session.midiLink.MIDIOut;
     const int id = session.midi.DeviceId;
     session.status.setLine("Writing to Memory Location " + TwoDigits(slot) + "...");

@@ -2,10 +2,9 @@
 #include <string>
 
 #include "midilink/ExchangeDump.h"
+#include "midilink/LinkContext.h"
 
 namespace tavlo {
-
-class Session;
 
 inline constexpr int kEditBufferSlot = -1;
 
@@ -15,11 +14,11 @@ inline constexpr int kEditBufferSlot = -1;
 // the New Preset Sysex data..."; the caller decodes the dump it is given.
 // The editor has been initialised before (InitPresetButton, questions held
 // back). `slot` is 0 to 49, or kEditBufferSlot for the edit buffer as it is.
-ExchangeResult GetPresetFromDevice(Session& session, const std::string& title, int slot);
+ExchangeResult GetPresetFromDevice(const LinkContext& session, const std::string& title, int slot);
 
 // Sending one preset to a slot: the dump into the edit buffer, 20 nn to
 // write it to the slot, 00 nn to select it. False (the reason in the
 // output port's lastError) when a message couldn't be sent.
-bool SendPresetToDevice(Session& session, const std::string& presetDump, int slot);
+bool SendPresetToDevice(const LinkContext& session, const std::string& presetDump, int slot);
 
 }  // namespace tavlo

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "midilink/DeviceMessages.h"
+#include "sysex/DeviceMessages.h"
 #include "ui/Pump.h"
 
 namespace tavlo {

@@ -2,9 +2,9 @@
 
 #include <fstream>
 
-#include "globals/AllGlobalsDump.h"
-#include "midilink/DeviceMessages.h"
-#include "shell/SysexFileContents.h"
+#include "sysex/AllGlobalsDump.h"
+#include "sysex/DeviceMessages.h"
+#include "sysex/SysexFileContents.h"
 
 namespace tavlo {
 

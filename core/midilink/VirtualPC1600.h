@@ -5,8 +5,8 @@
 #include <string_view>
 #include <vector>
 
-#include "memimage/AllPresetsDump.h"
-#include "memimage/AllScenesDump.h"
+#include "sysex/AllPresetsDump.h"
+#include "sysex/AllScenesDump.h"
 #include "midilink/MessageQueue.h"
 
 namespace tavlo {

@@ -6,11 +6,16 @@
 #include "editor/EditorDefaults.h"
 #include "editor/EditorSelection.h"
 #include "editor/ParameterText.h"
-#include "midistrings/MSBModule.h"
-#include "midistrings/StringNotation.h"
-#include "pool/Database.h"
-#include "preset/PresetCodes.h"
-#include "shell/Session.h"
+#include "base/MSBModule.h"
+#include "sysex/StringNotation.h"
+#include "db/Database.h"
+#include "sysex/PresetCodes.h"
+#include "midistrings/StringsContext.h"
+#include "editor/EditorState.h"
+#include "sysex/StringWorkArea.h"
+#include "db/PoolDatabase.h"
+#include "midilink/MidiConfig.h"
+#include "ui/Prompter.h"
 
 namespace tavlo {
 
@@ -24,7 +29,7 @@ constexpr const char* kTooMany =
 constexpr const char* kTooLong =
     "You can only have 80 total bytes in all MIDI Messages per Control Function (Fader or Button).";
 
-MessageStringSet& work(Session& session) { return session.stringWork.Strings; }
+MessageStringSet& work(const StringsContext& session) { return session.stringWork.Strings; }
 
 StringContext contextOf(StringDoor door) {
     switch (door) {
@@ -56,7 +61,7 @@ void generate(StringEditState& state) {
 // The five special buttons' tokens, in their order.
 constexpr const char* kSpecialTokens[5] = {"dv", "rv", "pr", "cs", "gc"};
 
-bool checkLimits(Session& session, const char* title, bool countLines) {
+bool checkLimits(const StringsContext& session, const char* title, bool countLines) {
     const MessageStringSet& set = work(session);
     if (countLines && set.Count >= kSubstringLimit) {
         session.prompter.message(title, kTooMany);
@@ -71,7 +76,7 @@ bool checkLimits(Session& session, const char* title, bool countLines) {
 
 // Reads the controls into a substring at `slot`; false when typed text is
 // in error (the user has been told).
-bool storeSubstring(StringEditState& state, Session& session, int slot) {
+bool storeSubstring(StringEditState& state, const StringsContext& session, int slot) {
     const int kind = state.MessageCombo;
     if (kind < 0) return false;
     state.StringText = MSBModule::Trim(state.StringText);
@@ -110,7 +115,7 @@ void afterStore(StringEditState& state) {
     state.StringChanged = false;
 }
 
-void rebuildList(StringEditState& state, Session& session, int selected) {
+void rebuildList(StringEditState& state, const StringsContext& session, int selected) {
     state.StringList.clear();
     const MessageStringSet& set = work(session);
     for (int i = 0; i < set.Count; ++i) state.StringList.addItem(set.Slots[i].ListItem, i);
@@ -214,7 +219,7 @@ int ParseValueText(std::string_view text) {
     return value >= 0 && value <= 132 ? static_cast<int>(value) : 0;
 }
 
-void OpenStringEditor(StringEditState& state, Session& session, StringDoor door, int index) {
+void OpenStringEditor(StringEditState& state, const StringsContext& session, StringDoor door, int index) {
     EditorState& editor = session.editor;
     WorkingPreset& p = editor.preset;
     state.Door = door;
@@ -268,7 +273,7 @@ void OpenStringEditor(StringEditState& state, Session& session, StringDoor door,
     state.notifyChanged();
 }
 
-void ApplyStringEdit(const StringEditState& state, Session& session) {
+void ApplyStringEdit(const StringEditState& state, const StringsContext& session) {
     if (StringEditCancelled(state)) return;
     WorkingPreset& p = session.editor.preset;
     MessageStringSet* target = nullptr;
@@ -298,7 +303,7 @@ void ApplyStringEdit(const StringEditState& state, Session& session) {
     session.editor.notifyChanged();
 }
 
-void MessageComboClick(StringEditState& state, Session& session, int kind) {
+void MessageComboClick(StringEditState& state, const StringsContext& session, int kind) {
     state.MessageCombo = kind;
     if (kind < 0) {
         state.notifyChanged();
@@ -366,7 +371,7 @@ void SetStringText(StringEditState& state, const std::string& text) {
     state.notifyChanged();
 }
 
-void InsertSpecial(StringEditState& state, Session& session, int button, int caret) {
+void InsertSpecial(StringEditState& state, const StringsContext& session, int button, int caret) {
     if (button < 0 || button > 4) return;
     std::string token = kSpecialTokens[button];
     if (button == 2) {
@@ -446,7 +451,7 @@ bool PrRunMismatch(std::string_view text, int prBytes) {
     return false;
 }
 
-bool AppendString(StringEditState& state, Session& session) {
+bool AppendString(StringEditState& state, const StringsContext& session) {
     if (state.MessageCombo < 0) return false;
     state.StringText = MSBModule::Trim(state.StringText);
     if (PrRunMismatch(state.StringText, state.PrBytes)) {
@@ -470,7 +475,7 @@ bool AppendString(StringEditState& state, Session& session) {
     return true;
 }
 
-bool UpdateString(StringEditState& state, Session& session) {
+bool UpdateString(StringEditState& state, const StringsContext& session) {
     const int selected = state.StringList.listIndex();
     if (selected < 0) return AppendString(state, session);
     if (!checkLimits(session, kAppendTitle, false)) return false;
@@ -481,7 +486,7 @@ bool UpdateString(StringEditState& state, Session& session) {
     return true;
 }
 
-bool DeleteString(StringEditState& state, Session& session) {
+bool DeleteString(StringEditState& state, const StringsContext& session) {
     const int selected = state.StringList.listIndex();
     if (selected < 0) return false;
     if (session.prompter.message("About to Remove", "About to remove the current MIDI Message.  Are you sure?",
@@ -496,7 +501,7 @@ bool DeleteString(StringEditState& state, Session& session) {
     return true;
 }
 
-bool DuplicateString(StringEditState& state, Session& session) {
+bool DuplicateString(StringEditState& state, const StringsContext& session) {
     const int selected = state.StringList.listIndex();
     if (selected < 0) return false;
     if (!checkLimits(session, kDuplicateTitle, true)) return false;
@@ -509,7 +514,7 @@ bool DuplicateString(StringEditState& state, Session& session) {
     return true;
 }
 
-void MoveStringUp(StringEditState& state, Session& session) {
+void MoveStringUp(StringEditState& state, const StringsContext& session) {
     const int selected = state.StringList.listIndex();
     if (selected <= 0) return;
     std::swap(work(session).Slots[selected], work(session).Slots[selected - 1]);
@@ -517,7 +522,7 @@ void MoveStringUp(StringEditState& state, Session& session) {
     state.notifyChanged();
 }
 
-void MoveStringDown(StringEditState& state, Session& session) {
+void MoveStringDown(StringEditState& state, const StringsContext& session) {
     const int selected = state.StringList.listIndex();
     if (selected < 0 || selected + 1 >= work(session).Count) return;
     std::swap(work(session).Slots[selected], work(session).Slots[selected + 1]);
@@ -525,7 +530,7 @@ void MoveStringDown(StringEditState& state, Session& session) {
     state.notifyChanged();
 }
 
-void StringListClick(StringEditState& state, Session& session, int line) {
+void StringListClick(StringEditState& state, const StringsContext& session, int line) {
     if (line < 0 || line >= state.StringList.listCount()) return;
     state.StringList.setListIndex(line);
     const MessageSubstring s = work(session).Slots.at(line);
@@ -558,7 +563,7 @@ void StringListClick(StringEditState& state, Session& session, int line) {
     state.notifyChanged();
 }
 
-bool UpdateStringButton(StringEditState& state, Session& session) {
+bool UpdateStringButton(StringEditState& state, const StringsContext& session) {
     if (state.StringChanged) {
         const auto answer = session.prompter.message(
             "Close String Editor Window",

@@ -3,10 +3,10 @@
 #include <string_view>
 
 #include "midistrings/StringEditState.h"
+#include "midistrings/StringsContext.h"
 
 namespace tavlo {
 
-class Session;
 class Database;
 
 // The rules of the string editor: it composes one string of a fader, a
@@ -46,33 +46,33 @@ std::string ValueText(int kind, int value, bool first);
 int ParseValueText(std::string_view text);
 
 // Opening on a control: the set goes to the work area, caption and note.
-void OpenStringEditor(StringEditState& state, Session& session, StringDoor door, int index);
+void OpenStringEditor(StringEditState& state, const StringsContext& session, StringDoor door, int index);
 // After Update: the work area goes back to the control and its text.
-void ApplyStringEdit(const StringEditState& state, Session& session);
+void ApplyStringEdit(const StringEditState& state, const StringsContext& session);
 
-void MessageComboClick(StringEditState& state, Session& session, int kind);
+void MessageComboClick(StringEditState& state, const StringsContext& session, int kind);
 void SetValue1(StringEditState& state, int value);
 void SetValue2(StringEditState& state, int value);
 void SetChannel(StringEditState& state, int channel);
 void SetStringText(StringEditState& state, const std::string& text);
 // A special token at the caret (a character position in StringText).
-void InsertSpecial(StringEditState& state, Session& session, int button, int caret);
+void InsertSpecial(StringEditState& state, const StringsContext& session, int button, int caret);
 void ChooseMake(StringEditState& state, Database& db, int line);
 void ChooseModel(StringEditState& state, Database& db, int line);
 void SetShowOwnOnly(StringEditState& state, Database& db, bool on);
 void PasteSysexPrefix(StringEditState& state);
 
-bool AppendString(StringEditState& state, Session& session);
-bool UpdateString(StringEditState& state, Session& session);
-bool DeleteString(StringEditState& state, Session& session);
-bool DuplicateString(StringEditState& state, Session& session);
-void MoveStringUp(StringEditState& state, Session& session);
-void MoveStringDown(StringEditState& state, Session& session);
+bool AppendString(StringEditState& state, const StringsContext& session);
+bool UpdateString(StringEditState& state, const StringsContext& session);
+bool DeleteString(StringEditState& state, const StringsContext& session);
+bool DuplicateString(StringEditState& state, const StringsContext& session);
+void MoveStringUp(StringEditState& state, const StringsContext& session);
+void MoveStringDown(StringEditState& state, const StringsContext& session);
 // Loads the substring of a list line into the controls.
-void StringListClick(StringEditState& state, Session& session, int line);
+void StringListClick(StringEditState& state, const StringsContext& session, int line);
 
 // UpdateStringButton: true when the window may close and the string go back.
-bool UpdateStringButton(StringEditState& state, Session& session);
+bool UpdateStringButton(StringEditState& state, const StringsContext& session);
 // CancelButton: the string stays as it was.
 void CancelStringEdit(StringEditState& state);
 bool StringEditCancelled(const StringEditState& state);

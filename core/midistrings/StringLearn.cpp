@@ -1,11 +1,15 @@
 #include "midistrings/StringLearn.h"
 
 #include "midilink/InputPort.h"
-#include "midistrings/MSBModule.h"
+#include "base/MSBModule.h"
 #include "midistrings/StringEditor.h"
-#include "midistrings/StringNotation.h"
-#include "shell/Session.h"
+#include "sysex/StringNotation.h"
+#include "midistrings/StringsContext.h"
+#include "editor/EditorState.h"
+#include "sysex/StringWorkArea.h"
+#include "db/PoolDatabase.h"
 #include "ui/Pump.h"
+#include "ui/Prompter.h"
 
 namespace tavlo {
 
@@ -32,7 +36,7 @@ const std::string& RecordSysexText() {
     return text;
 }
 
-LearnPass BeginLearnPass(Session& session) {
+LearnPass BeginLearnPass(const StringsContext& session) {
     LearnPass pass;
     pass.available = kByteLimit - NumberOfStringBytes(session.stringWork.Strings, -1);
     caption(pass);
@@ -59,7 +63,7 @@ bool LearnMessage(LearnPass& pass, std::string_view message) {
     return true;
 }
 
-void FinishLearnPass(StringEditState& state, Session& session, const LearnPass& pass) {
+void FinishLearnPass(StringEditState& state, const StringsContext& session, const LearnPass& pass) {
     state.Learning = false;
     for (const std::string& message : pass.kept) {
         const auto status = static_cast<unsigned char>(message[0]);
@@ -80,7 +84,7 @@ void FinishLearnPass(StringEditState& state, Session& session, const LearnPass& 
     state.notifyChanged();
 }
 
-void RunLearnPass(StringEditState& state, Session& session, LearnMessages& port) {
+void RunLearnPass(StringEditState& state, const StringsContext& session, LearnMessages& port) {
     LearnPass pass = BeginLearnPass(session);
     state.DoneLearningButton = pass.DoneLearningButton;
     state.notifyChanged();

@@ -4,10 +4,9 @@
 #include <vector>
 
 #include "midistrings/StringEditState.h"
+#include "midistrings/StringsContext.h"
 
 namespace tavlo {
-
-class Session;
 
 // Record Sysex: messages that arrive at the learn port while the pass runs
 // become substrings of the string being edited.
@@ -22,14 +21,14 @@ inline constexpr const char* kRecordSysexTitle = "About to Record Sysex";
 const std::string& RecordSysexText();
 
 // The pass starts with what the string already holds.
-LearnPass BeginLearnPass(Session& session);
+LearnPass BeginLearnPass(const StringsContext& session);
 // Takes one whole message: a sysex that fits the bytes available, or a
 // channel message (two bytes for status C and D, three for the others)
 // while the count stays at or below 80; at most 51 messages. System
 // realtime and other messages are passed over. True when it was kept.
 bool LearnMessage(LearnPass& pass, std::string_view message);
 // Appends what was kept, in order, as the Append button would.
-void FinishLearnPass(StringEditState& state, Session& session, const LearnPass& pass);
+void FinishLearnPass(StringEditState& state, const StringsContext& session, const LearnPass& pass);
 
 // Where a pass takes its messages from: the learn port's queue of whole
 // messages.
@@ -60,6 +59,6 @@ private:
 // The whole pass: tells the user, empties the queue and keeps what arrives
 // until state.Learning is cleared (the button that ends the pass), yielding
 // to the window all the while; then appends what was kept.
-void RunLearnPass(StringEditState& state, Session& session, LearnMessages& port);
+void RunLearnPass(StringEditState& state, const StringsContext& session, LearnMessages& port);
 
 }  // namespace tavlo

@@ -1,7 +1,13 @@
 #include "pool/MemImageOrPoolChoiceForm.h"
 
-#include "midistrings/MSBModule.h"
-#include "shell/Session.h"
+#include "base/MSBModule.h"
+#include "pool/PoolContext.h"
+#include "editor/EditorState.h"
+#include "pool/PoolFlags.h"
+#include "pool/PoolFormState.h"
+#include "editor/ImageSlots.h"
+#include "db/PoolDatabase.h"
+#include "ui/Prompter.h"
 
 namespace tavlo {
 
@@ -25,14 +31,14 @@ ChoiceRequest MemImageOrPoolChoiceRequest(const std::string& prompt, const std::
 
 namespace {
 
-bool presetNameTaken(Session& session, const std::string& name) {
+bool presetNameTaken(const PoolContext& session, const std::string& name) {
     Statement find = session.pool.db().prepare("SELECT ID FROM PresetRec WHERE Name = :Name");
     find.bind(":Name", MSBModule::SafeDBString(name));
     return find.step();
 }
 
 // The rename buttons need a new name that the pool doesn't hold yet.
-bool renameAccepted(Session& session, const std::string& newName) {
+bool renameAccepted(const PoolContext& session, const std::string& newName) {
     if (newName.empty()) {
         session.prompter.message("Please Enter New Name", "You must enter a new Name in the Textbox to the right first.");
         return false;
@@ -47,11 +53,11 @@ bool renameAccepted(Session& session, const std::string& newName) {
 
 }  // namespace
 
-ClashChoice ShowMemImageOrPoolChoiceForm(Session& session, std::int64_t, const std::string&,
+ClashChoice ShowMemImageOrPoolChoiceForm(const PoolContext& session, std::int64_t, const std::string&,
                                          const std::string& prompt, const std::string& overwriteQuestion) {
     (void)overwriteQuestion;  // asked by the Compare path, which waits for the comparator
     ClashChoice result;
-    SessionFlags& flags = session.flags;
+    PoolFlags& flags = session.flags;
     for (;;) {
         const ChoiceRequest request = MemImageOrPoolChoiceRequest(prompt, result.newName);
         const ChoiceAnswer answer = session.prompter.choose(request);

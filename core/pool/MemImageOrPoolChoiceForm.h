@@ -3,10 +3,9 @@
 #include <string>
 
 #include "ui/Prompter.h"
+#include "pool/PoolContext.h"
 
 namespace tavlo {
-
-class Session;
 
 // The modal dialogue that resolves a name clash between a downloaded preset
 // and one of the pool. Its buttons, in the order of the request:
@@ -31,7 +30,7 @@ ChoiceRequest MemImageOrPoolChoiceRequest(const std::string& prompt, const std::
 // buttons closes it, and sets ChoiceResult and ChoiceForAll of the session.
 // A dialogue closed by its frame only hides: ChoiceResult stays as it was.
 // `overwriteQuestion` is the question behind the Overwrite action.
-ClashChoice ShowMemImageOrPoolChoiceForm(Session& session, std::int64_t id, const std::string& name,
+ClashChoice ShowMemImageOrPoolChoiceForm(const PoolContext& session, std::int64_t id, const std::string& name,
                                          const std::string& prompt, const std::string& overwriteQuestion);
 
 }  // namespace tavlo

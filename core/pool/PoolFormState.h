@@ -1,5 +1,4 @@
 #pragma once
-#include <functional>
 #include <string>
 
 #include "ui/ListState.h"
@@ -27,16 +26,6 @@ struct PoolFormState : Observable {
 
     // Nothing has been remembered yet: the first fill of the run.
     bool FirstFill = true;
-};
-
-// Things a store sets off in windows that belong to other subsystems: the
-// memory image fills these in when it exists. Unset ones are skipped.
-struct StoreFollowUps {
-    std::function<bool()> MemImageFormOpen;
-    std::function<void()> RescanDependencies;
-    std::function<void()> FillSceneList;
-    // Returns the free memory; the caller shows it as "Free Memory: " n.
-    std::function<long()> CalculateMemoryImageSize;
 };
 
 }  // namespace tavlo

@@ -1,22 +1,27 @@
 #include "pool/PoolList.h"
 
-#include "memimage/PresetMemorySize.h"
-#include "midistrings/MSBModule.h"
-#include "pool/PoolDates.h"
-#include "shell/Session.h"
+#include "pool/PresetMemorySize.h"
+#include "base/MSBModule.h"
+#include "base/PoolDates.h"
+#include "pool/PoolContext.h"
+#include "editor/EditorState.h"
+#include "pool/PoolFlags.h"
+#include "pool/PoolFormState.h"
+#include "editor/ImageSlots.h"
+#include "db/PoolDatabase.h"
 
 namespace tavlo {
 
 using MSBModule::DisplayDBString;
 using MSBModule::Trim;
 
-bool IsPoolHeaderLine(const Session& session, int index) {
+bool IsPoolHeaderLine(const PoolContext& session, int index) {
     const ListState& list = session.poolForm.PoolList;
     if (index < 0 || index >= list.listCount()) return true;
     return list.itemData(index) <= 0;
 }
 
-int PoolOperationLine(const Session& session) {
+int PoolOperationLine(const PoolContext& session) {
     const ListState& list = session.poolForm.PoolList;
     const int current = list.listIndex();
     if (current >= 0 && !IsPoolHeaderLine(session, current)) return current;
@@ -25,7 +30,7 @@ int PoolOperationLine(const Session& session) {
     return -1;
 }
 
-void ReloadPoolList(Session& session) {
+void ReloadPoolList(const PoolContext& session) {
     PoolFormState& form = session.poolForm;
     ListState& list = form.PoolList;
     Database& db = session.pool.db();
@@ -82,7 +87,7 @@ void ReloadPoolList(Session& session) {
     form.notifyChanged();
 }
 
-void SelectPoolLine(Session& session, int index) {
+void SelectPoolLine(const PoolContext& session, int index) {
     PoolFormState& form = session.poolForm;
     Database& db = session.pool.db();
     form.PoolList.setListIndex(index);

@@ -1,12 +1,18 @@
-#include "memimage/MemImageState.h"
-#include "midistrings/MSBModule.h"
+#include "editor/ImageSlots.h"
+#include "base/MSBModule.h"
 #include "pool/PoolList.h"
 #include "pool/PoolOperations.h"
-#include "shell/Session.h"
+#include "pool/PoolContext.h"
+#include "editor/EditorState.h"
+#include "pool/PoolFlags.h"
+#include "pool/PoolFormState.h"
+#include "editor/ImageSlots.h"
+#include "db/PoolDatabase.h"
+#include "ui/Prompter.h"
 
 namespace tavlo {
 
-void DeletePresetRows(Session& session, std::int64_t id) {
+void DeletePresetRows(const PoolContext& session, std::int64_t id) {
     Database& db = session.pool.db();
     Transaction transaction(db);
     const std::int64_t initialized = session.pool.InitializedPresetID();
@@ -30,7 +36,7 @@ void DeletePresetRows(Session& session, std::int64_t id) {
     transaction.commit();
 }
 
-void DeleteButton(Session& session) {
+void DeleteButton(const PoolContext& session) {
     const int line = PoolOperationLine(session);
     if (line < 0) return;
     const std::int64_t id = session.poolForm.PoolList.itemData(line);

@@ -1,18 +1,24 @@
 #include <optional>
 
-#include "midistrings/MSBModule.h"
+#include "base/MSBModule.h"
 #include "pool/PoolList.h"
 #include "pool/PoolOperations.h"
 #include "pool/PresetLoad.h"
 #include "pool/PresetStore.h"
-#include "shell/Session.h"
+#include "pool/PoolContext.h"
+#include "editor/EditorState.h"
+#include "pool/PoolFlags.h"
+#include "pool/PoolFormState.h"
+#include "editor/ImageSlots.h"
+#include "db/PoolDatabase.h"
+#include "ui/Prompter.h"
 
 namespace tavlo {
 
 using MSBModule::SafeDBString;
 using MSBModule::Trim;
 
-void DuplicateButton(Session& session) {
+void DuplicateButton(const PoolContext& session) {
     // The first selected line that isn't a header.
     const ListState& list = session.poolForm.PoolList;
     int line = -1;
@@ -48,7 +54,7 @@ void DuplicateButton(Session& session) {
     }
     // The copy goes through the editor so that it gets every companion row.
     // The editor no longer stands for a slot of the image: the copy isn't it.
-    session.flags.MemoryImageBound = false;
+    session.memImage.MemoryImageBound = false;
     if (!LoadPC1600xFormFromPool(session, id)) return;
     session.editor.preset.Name = newName;
     session.editor.ClosingEditor = false;

@@ -2,11 +2,18 @@
 
 #include "editor/InitPreset.h"
 #include "editor/PresetOperations.h"
-#include "pool/ControlRows.h"
+#include "db/ControlRows.h"
 #include "preset/PristinePreset.h"
-#include "midistrings/MSBModule.h"
-#include "preset/PresetCodes.h"
-#include "shell/Session.h"
+#include "base/MSBModule.h"
+#include "sysex/PresetCodes.h"
+#include "pool/PoolContext.h"
+#include "editor/EditorState.h"
+#include "pool/PoolFlags.h"
+#include "pool/PoolFormState.h"
+#include "editor/ImageSlots.h"
+#include "db/PoolDatabase.h"
+#include "midilink/MidiConfig.h"
+#include "ui/Prompter.h"
 
 namespace tavlo {
 namespace {
@@ -53,7 +60,7 @@ void addForeignSceneLine(Database& db, ListState& list, const std::string& scene
     if (list.findText(line) < 0) list.addItem(line, owner);
 }
 
-void selectSetupScene(Session& session, std::int64_t id) {
+void selectSetupScene(const PoolContext& session, std::int64_t id) {
     EditorState& editor = session.editor;
     ListState& combo = editor.SelectPresetSceneCombo;
     const std::string& scene = editor.preset.SetupScene;
@@ -62,7 +69,7 @@ void selectSetupScene(Session& session, std::int64_t id) {
         combo.setListIndex(0);
         return;
     }
-    if (session.flags.MemoryImageBound) {
+    if (session.memImage.MemoryImageBound) {
         for (int i = 1; i < combo.listCount(); ++i)
             if (combo.itemData(i) == owner && sceneOfImageLine(combo.list(i)) == scene) {
                 combo.setListIndex(i);
@@ -98,7 +105,7 @@ namespace {
 
 // A row that vanished under a load: the user is told, and the program is
 // asked to end (the main window does, through its ordinary quit).
-bool reportFatalDatabaseError(Session& session) {
+bool reportFatalDatabaseError(const PoolContext& session) {
     session.editor.PristineComparison = true;
     session.flags.FatalDatabaseError = true;
     session.prompter.message("Database Error", "There has been a Database Error");
@@ -108,14 +115,14 @@ bool reportFatalDatabaseError(Session& session) {
 
 }  // namespace
 
-bool LoadPC1600xFormFromPool(Session& session, std::int64_t id) {
+bool LoadPC1600xFormFromPool(const PoolContext& session, std::int64_t id) {
     EditorState& editor = session.editor;
     Database& db = session.pool.db();
     const bool pc1600 = session.midi.PC1600Model;
 
     editor.CurrentFader = 0;
     editor.PristineComparison = false;
-    InitPresetWithoutQuestions(session);
+    InitializePreset(session);
     editor.PristineComparison = false;
 
     try {
@@ -155,7 +162,7 @@ bool LoadPC1600xFormFromPool(Session& session, std::int64_t id) {
             list->clear();
             list->addItem(kNoScene, -1);
         }
-        if (session.flags.MemoryImageBound) {
+        if (session.memImage.MemoryImageBound) {
             for (const ListState::Line& line : session.memImage.SceneList.lines()) {
                 if (line.text.find(kEmptySceneName) != std::string::npos) continue;
                 editor.SelectPresetSceneCombo.addItem(line.text, line.itemData);
@@ -172,7 +179,7 @@ bool LoadPC1600xFormFromPool(Session& session, std::int64_t id) {
             scene.Values[16] = i16(scenes, "CV1");
             scene.Values[17] = i16(scenes, "CV2");
             editor.SelectSceneCombo.addItem(scene.Name, id);
-            if (!session.flags.MemoryImageBound) {
+            if (!session.memImage.MemoryImageBound) {
                 editor.SelectPresetSceneCombo.addItem(scene.Name, id);
                 editor.BSceneCombo.addItem(scene.Name, id);
             }
@@ -213,7 +220,7 @@ bool LoadPC1600xFormFromPool(Session& session, std::int64_t id) {
                 b.Function = 0;
                 incompatible = true;
             }
-            if (!session.flags.MemoryImageBound && b.Scene != kNoScene && !b.Scene.empty() && b.ScenePreset > 0 &&
+            if (!session.memImage.MemoryImageBound && b.Scene != kNoScene && !b.Scene.empty() && b.ScenePreset > 0 &&
                 b.ScenePreset != id)
                 addForeignSceneLine(db, editor.BSceneCombo, b.Scene, b.ScenePreset);
             editor.PCButton[index] = PresetCodes::CaptionWithTag(b.Name, buttonTag(b.Function));

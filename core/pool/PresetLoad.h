@@ -1,13 +1,12 @@
 #pragma once
 #include <cstdint>
+#include "pool/PoolContext.h"
 
 namespace tavlo {
-
-class Session;
 
 // LoadPC1600xFormFromPool: fills the editor from the pool row `id` and its
 // companion rows. A row that isn't there gives "There has been a Database
 // Error", sets FatalDatabaseError and returns false; nothing is written.
-bool LoadPC1600xFormFromPool(Session& session, std::int64_t id);
+bool LoadPC1600xFormFromPool(const PoolContext& session, std::int64_t id);
 
 }  // namespace tavlo

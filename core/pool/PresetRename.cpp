@@ -1,16 +1,22 @@
 #include <optional>
 
-#include "midistrings/MSBModule.h"
+#include "base/MSBModule.h"
 #include "pool/PoolList.h"
 #include "pool/PoolOperations.h"
-#include "shell/Session.h"
+#include "pool/PoolContext.h"
+#include "editor/EditorState.h"
+#include "pool/PoolFlags.h"
+#include "pool/PoolFormState.h"
+#include "editor/ImageSlots.h"
+#include "db/PoolDatabase.h"
+#include "ui/Prompter.h"
 
 namespace tavlo {
 
 using MSBModule::SafeDBString;
 using MSBModule::Trim;
 
-void RenameButton(Session& session) {
+void RenameButton(const PoolContext& session) {
     const int line = PoolOperationLine(session);
     if (line < 0) return;
     const std::int64_t id = session.poolForm.PoolList.itemData(line);

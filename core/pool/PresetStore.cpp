@@ -3,14 +3,20 @@
 #include <optional>
 
 #include "preset/PristinePreset.h"
-#include "memimage/MemImageState.h"
-#include "midistrings/MSBModule.h"
-#include "pool/ControlRows.h"
+#include "editor/ImageSlots.h"
+#include "base/MSBModule.h"
+#include "db/ControlRows.h"
 #include "pool/MemImageOrPoolChoiceForm.h"
-#include "pool/PoolDates.h"
+#include "base/PoolDates.h"
 #include "pool/PoolList.h"
 #include "pool/PresetLoad.h"
-#include "shell/Session.h"
+#include "pool/PoolContext.h"
+#include "editor/EditorState.h"
+#include "pool/PoolFlags.h"
+#include "pool/PoolFormState.h"
+#include "editor/ImageSlots.h"
+#include "db/PoolDatabase.h"
+#include "ui/Prompter.h"
 
 namespace tavlo {
 namespace {
@@ -44,7 +50,7 @@ enum class Outcome { Stop, KeepPool, Write };
 // Step 4 with a download: the blank-named preset gets a name from the user.
 // False when the user gave none (a cancelled input box ends the download's
 // question, and the preset is not stored).
-bool nameBlankDownload(Session& session) {
+bool nameBlankDownload(const PoolContext& session) {
     EditorState& editor = session.editor;
     std::string candidate = editor.LastEnteredBlankName;
     std::string prompt =
@@ -76,7 +82,7 @@ bool nameBlankDownload(Session& session) {
 // Choice 1 of a download: the pool's preset is replaced. Other presets that
 // use its scenes either keep them (the old scenes move onto the new version)
 // or lose the references.
-Outcome resolveSceneReferences(Session& session, std::int64_t id, bool& keepOldScenes) {
+Outcome resolveSceneReferences(const PoolContext& session, std::int64_t id, bool& keepOldScenes) {
     Database& db = session.pool.db();
     Statement setups = db.prepare(
         "SELECT ID FROM PresetRec WHERE (SetupScene <> '<none>' AND SetupScene <> '') AND SetupScenePreset = :ID");
@@ -140,10 +146,10 @@ std::string setupChannelMap(const WorkingPreset& preset) {
 }
 
 // Step 10: which setup scene the row records.
-void setupSceneOfRow(const Session& session, std::string& scene, std::int64_t& scenePreset) {
+void setupSceneOfRow(const PoolContext& session, std::string& scene, std::int64_t& scenePreset) {
     const EditorState& editor = session.editor;
     const std::string comboText = editor.SelectPresetSceneCombo.text();
-    if (session.flags.MemoryImageBound || comboText.find("- from") != std::string::npos ||
+    if (session.memImage.MemoryImageBound || comboText.find("- from") != std::string::npos ||
         session.flags.BulkImportActive) {
         scene = SafeDBString(editor.preset.SetupScene);
         scenePreset = editor.preset.SetupScenePreset;
@@ -159,7 +165,7 @@ void setupSceneOfRow(const Session& session, std::string& scene, std::int64_t& s
     }
 }
 
-std::int64_t writePresetRow(Session& session, std::optional<std::int64_t> existingId) {
+std::int64_t writePresetRow(const PoolContext& session, std::optional<std::int64_t> existingId) {
     Database& db = session.pool.db();
     const WorkingPreset& preset = session.editor.preset;
     std::string scene;
@@ -193,7 +199,7 @@ void deleteControlRows(Database& db, std::int64_t id, const std::string& table, 
     db.prepare("DELETE FROM " + table + " WHERE PresetREF = :ID").bind(":ID", id).run();
 }
 
-void rewriteCompanions(Session& session, std::int64_t id, bool keepOldScenes) {
+void rewriteCompanions(const PoolContext& session, std::int64_t id, bool keepOldScenes) {
     Database& db = session.pool.db();
     const EditorState& editor = session.editor;
     const WorkingPreset& preset = editor.preset;
@@ -258,34 +264,32 @@ void rewriteCompanions(Session& session, std::int64_t id, bool keepOldScenes) {
     }
 }
 
-// Steps 13 and 14: the memory image and the pool window follow the store.
-void followUp(Session& session, std::int64_t id) {
+// The memory image and the pool window follow the store.
+void followUp(const PoolContext& session, std::int64_t id) {
     const std::string name = Trim(session.editor.preset.Name);
-    SessionFlags& flags = session.flags;
-    if (flags.MemoryImageBound && name != kTempName) {
-        ListState& slots = session.memImage.PresetList;
-        if (flags.MemoryImageSlot >= 0 && flags.MemoryImageSlot < slots.listCount())
-            slots.setLine(flags.MemoryImageSlot, TwoDigits(flags.MemoryImageSlot) + ":  " + name, id);
-        session.memImage.ImageChanged = true;
-        session.memImage.notifyChanged();
+    ImageSlots& image = session.memImage;
+    if (image.MemoryImageBound && name != kTempName) {
+        ListState& slots = image.PresetList;
+        const int slot = image.MemoryImageSlot;
+        if (slot >= 0 && slot < slots.listCount()) slots.setLine(slot, TwoDigits(slot) + ":  " + name, id);
+        image.ImageChanged = true;
+        image.notifyChanged();
     }
-    const StoreFollowUps& next = session.storeFollowUps;
-    if (!flags.ImageLoadRunning) {
-        if (next.MemImageFormOpen && next.MemImageFormOpen() && next.RescanDependencies) next.RescanDependencies();
-        if (!session.editor.ImportingPresetText) {
-            if (next.FillSceneList) next.FillSceneList();
-            if (next.CalculateMemoryImageSize)
-                session.FreeMemLabel = "Free Memory: " + std::to_string(next.CalculateMemoryImageSize());
-            ReloadPoolList(session);
-        }
-    }
+    if (image.ImageLoadRunning) return;
+    const StoreFollowUps& next = image.followUps;
+    if (image.formOpen() && next.RescanDependencies) next.RescanDependencies();
+    if (session.editor.ImportingPresetText) return;
+    if (next.FillSceneList) next.FillSceneList();
+    if (next.CalculateMemoryImageSize)
+        image.FreeMemLabel = "Free Memory: " + std::to_string(next.CalculateMemoryImageSize());
+    ReloadPoolList(session);
 }
 
 }  // namespace
 
-void StoreInPoolButton(Session& session) {
+void StoreInPoolButton(const PoolContext& session) {
     EditorState& editor = session.editor;
-    SessionFlags& flags = session.flags;
+    PoolFlags& flags = session.flags;
     Database& db = session.pool.db();
 
     editor.PresetKeptInPool = false;

@@ -4,21 +4,28 @@
 #include <optional>
 
 #include "preset/PristinePreset.h"
-#include "midistrings/MSBModule.h"
+#include "base/MSBModule.h"
 #include "pool/PoolList.h"
 #include "pool/PresetLoad.h"
 #include "pool/PresetStore.h"
-#include "preset/PresetEncoder.h"
-#include "shell/Session.h"
+#include "editor/EditorDumps.h"
+#include "pool/PoolContext.h"
+#include "editor/EditorState.h"
+#include "pool/PoolFlags.h"
+#include "pool/PoolFormState.h"
+#include "editor/ImageSlots.h"
+#include "db/PoolDatabase.h"
+#include "midilink/MidiConfig.h"
+#include "ui/Prompter.h"
 
 namespace tavlo {
 
 // The preset text format joins these filters when it exists.
 inline constexpr const char* kSaveSysexFilter = "Sysex Files (*.syx)|*.syx";
 
-bool WritePresetSysexFile(Session& session, std::int64_t id, const std::string& path) {
+bool WritePresetSysexFile(const PoolContext& session, std::int64_t id, const std::string& path) {
     if (!LoadPC1600xFormFromPool(session, id)) return false;
-    const std::string dump = Form2PresetSysex(session.editor, session.memImage, session.midi);
+    const std::string dump = EditorPresetSysex(session.editor, session.memImage.SceneList, session.midi);
     std::ofstream file(path, std::ios::binary | std::ios::trunc);
     file.write(dump.data(), static_cast<std::streamsize>(dump.size()));
     file.close();
@@ -29,7 +36,7 @@ bool WritePresetSysexFile(Session& session, std::int64_t id, const std::string& 
     return true;
 }
 
-void SavePresetSysexButton(Session& session) {
+void SavePresetSysexButton(const PoolContext& session) {
     const int line = PoolOperationLine(session);
     if (line < 0) return;
     const std::int64_t id = session.poolForm.PoolList.itemData(line);

@@ -1,18 +1,17 @@
 #pragma once
 #include <cstdint>
 #include <string>
+#include "pool/PoolContext.h"
 
 namespace tavlo {
-
-class Session;
 
 // SavePresetSysexButton of PoolForm: the selected preset as a one-preset
 // .syx file. The dump is made by the editor, so edits it holds are offered
 // for storing first.
-void SavePresetSysexButton(Session& session);
+void SavePresetSysexButton(const PoolContext& session);
 
 // The writing part: loads `id` into the editor and writes its dump to
 // `path`. False, with the user told, when the file can't be written.
-bool WritePresetSysexFile(Session& session, std::int64_t id, const std::string& path);
+bool WritePresetSysexFile(const PoolContext& session, std::int64_t id, const std::string& path);
 
 }  // namespace tavlo

@@ -9,8 +9,15 @@
 #include "pool/PresetStore.h"
 #include "preset/PresetDecoder.h"
 #include "preset/PresetDump.h"
-#include "shell/Session.h"
-#include "ui/StreamPrompter.h"
+#include "pool/PoolContext.h"
+#include "editor/EditorState.h"
+#include "pool/PoolFlags.h"
+#include "pool/PoolFormState.h"
+#include "editor/ImageSlots.h"
+#include "db/PoolDatabase.h"
+#include "editor/EditorDumps.h"
+#include "midilink/MidiConfig.h"
+#include "ui/Prompter.h"
 
 namespace tavlo {
 namespace {
@@ -26,32 +33,32 @@ std::optional<std::string> readFile(const std::string& path) {
 
 // The store runs as a download for its questions; the flag never outlives it.
 struct DownloadScope {
-    explicit DownloadScope(SessionFlags& flags) : flags(flags) { flags.DownloadInProgress = true; }
+    explicit DownloadScope(PoolFlags& flags) : flags(flags) { flags.DownloadInProgress = true; }
     ~DownloadScope() { flags.DownloadInProgress = false; }
-    SessionFlags& flags;
+    PoolFlags& flags;
 };
 
 }  // namespace
 
-bool ImportPresetSysexFile(Session& session, const std::string& path) {
+bool ImportPresetSysexFile(const PoolContext& session, const std::string& path) {
     const std::optional<std::string> dump = readFile(path);
     if (!dump || !IsPresetDump(*dump)) {
         session.prompter.message(kCannotImportPresetTitle, kCannotImportPresetText);
         return false;
     }
-    // A damaged dump is refused before the editor gives up what it holds.
-    {
-        EditorState trial;
-        StreamPrompter silent;  // the trial decode is not the user's
-        if (!PresetSysex2Form(*dump, trial, session.memImage, session.midi, silent).ok) {
-            session.prompter.message(kCannotImportPresetTitle, kCannotImportPresetText);
-            return false;
-        }
+    // The file's preset is decoded once, over a fresh preset beside the
+    // editor: a damaged dump is refused before the editor gives up anything.
+    EditorState fresh = session.editor;
+    InitializePreset({session.pool, session.prompter, fresh, session.midi, session.memImage});
+    DecodedPreset decoded = DecodingFrom(fresh);
+    if (!DecodePresetDump(*dump, session.memImage.SceneList, session.midi.PC1600Model, decoded).ok) {
+        session.prompter.message(kCannotImportPresetTitle, kCannotImportPresetText);
+        return false;
     }
     // The editor now holds the file's preset, not a slot of the image.
-    session.flags.MemoryImageBound = false;
-    InitPresetWithoutQuestions(session);
-    PresetSysex2Form(*dump, session.editor, session.memImage, session.midi, session.prompter);
+    session.memImage.MemoryImageBound = false;
+    InitializePreset(session);
+    TakeDecodedPreset(session.editor, std::move(decoded), session.prompter);
     UpdateINITData(session.editor);
 
     // One file is a download of its own: earlier "for all" answers don't hold.
@@ -63,7 +70,7 @@ bool ImportPresetSysexFile(Session& session, const std::string& path) {
     return true;
 }
 
-void LoadPresetSysexButton(Session& session) {
+void LoadPresetSysexButton(const PoolContext& session) {
     FileRequest request;
     request.title = "Get Preset from File (Tavlo Format or Sysex File)";
     request.filter = kLoadSysexFilter;

@@ -4,12 +4,10 @@
 #include <cstdio>
 #include <vector>
 
-#include "editor/PresetOperations.h"
-#include "midistrings/MSBModule.h"
-#include "midistrings/ParseSysexString.h"
-#include "preset/PresetCodes.h"
+#include "base/MSBModule.h"
+#include "sysex/ParseSysexString.h"
+#include "sysex/PresetCodes.h"
 #include "preset/PresetDump.h"
-#include "ui/Prompter.h"
 
 namespace tavlo {
 namespace {
@@ -74,7 +72,7 @@ std::string readString(const std::string& bytes, StringContext context, MessageS
 
 std::size_t twice(int count) { return 2 * static_cast<std::size_t>(count); }
 
-std::size_t decodeFader(const DumpReader& in, std::size_t p, EditorState& editor, int index) {
+std::size_t decodeFader(const DumpReader& in, std::size_t p, DecodedPreset& editor, int index) {
     const auto k = static_cast<std::size_t>(index);
     FaderDef& fader = editor.preset.Faders[k];
     in.raw(p);  // Length: the walk goes by the fields, not by it
@@ -129,7 +127,7 @@ std::size_t decodeFader(const DumpReader& in, std::size_t p, EditorState& editor
     return p;
 }
 
-std::size_t decodeButton(const DumpReader& in, std::size_t p, EditorState& editor, int index, bool pc1600Model) {
+std::size_t decodeButton(const DumpReader& in, std::size_t p, DecodedPreset& editor, int index, bool pc1600Model) {
     const auto k = static_cast<std::size_t>(index);
     ButtonDef& button = editor.preset.Buttons[k];
     in.raw(p);
@@ -211,7 +209,7 @@ std::size_t decodeButton(const DumpReader& in, std::size_t p, EditorState& edito
     return p;
 }
 
-void decodeSetup(const DumpReader& in, std::size_t p, EditorState& editor, bool pc1600Model,
+void decodeSetup(const DumpReader& in, std::size_t p, DecodedPreset& editor, bool pc1600Model,
                  std::vector<std::pair<std::string, std::string>>& messages) {
     WorkingPreset& preset = editor.preset;
     if (in.raw(p) == 1) {
@@ -284,12 +282,12 @@ void decodeSetup(const DumpReader& in, std::size_t p, EditorState& editor, bool 
     preset.SetupString = readString(bytes, StringContext::Setup, preset.SetupStrings);
 }
 
-void decode(std::string_view dump, EditorState& editor, const MemImageState& memImage, bool pc1600Model,
-            std::vector<std::pair<std::string, std::string>>& messages) {
+void decode(std::string_view dump, DecodedPreset& editor, const ListState& imageScenes, bool pc1600Model) {
+    auto& messages = editor.messages;
     DumpReader in(dump);
     if (dump.size() < kPresetDumpFrameSize)
         in.fail("it is too short to hold a preset (" + std::to_string(dump.size()) + " bytes)");
-    FillDumpSceneLists(editor, memImage.SceneList);
+    FillDumpSceneLists(editor.BSceneCombo, editor.SelectPresetSceneCombo, imageScenes);
 
     in.section("name");
     editor.preset.Name = MSBModule::Trim(MSBModule::TildeToGreater(in.rawText(kPresetDumpHeaderSize, 16)));
@@ -318,22 +316,19 @@ void decode(std::string_view dump, EditorState& editor, const MemImageState& mem
     }
     in.section("setup");
     decodeSetup(in, p, editor, pc1600Model, messages);
-
-    editor.CurrentButton = 0;
-    SelectFader(editor, 0);
 }
 
 }  // namespace
 
-void FillDumpSceneLists(EditorState& editor, const ListState& sceneList) {
-    editor.BSceneCombo.clear();
-    editor.SelectPresetSceneCombo.clear();
-    editor.SelectPresetSceneCombo.addItem(kNoScene, -1);
+void FillDumpSceneLists(ListState& BSceneCombo, ListState& SelectPresetSceneCombo, const ListState& sceneList) {
+    BSceneCombo.clear();
+    SelectPresetSceneCombo.clear();
+    SelectPresetSceneCombo.addItem(kNoScene, -1);
     const int lines = std::min(sceneList.listCount(), kSceneLimit);
     for (int k = 0; k < lines; ++k) {
         const std::int64_t reference = -sceneList.itemData(k) - 3;
-        editor.BSceneCombo.addItem(sceneList.list(k), reference);
-        editor.SelectPresetSceneCombo.addItem(sceneList.list(k), reference);
+        BSceneCombo.addItem(sceneList.list(k), reference);
+        SelectPresetSceneCombo.addItem(sceneList.list(k), reference);
     }
 }
 
@@ -357,18 +352,15 @@ std::string DeviceStringToNotation(std::string_view bytes, StringContext context
     return text;
 }
 
-DecodeResult PresetSysex2Form(std::string_view dump, EditorState& editor, const MemImageState& memImage,
-                              const MidiConfig& midi, Prompter& prompter) {
-    EditorState scratch = editor;
-    std::vector<std::pair<std::string, std::string>> messages;
+DecodeResult DecodePresetDump(std::string_view dump, const ListState& imageScenes, bool pc1600Model,
+                              DecodedPreset& into) {
+    DecodedPreset scratch = into;
     try {
-        decode(dump, scratch, memImage, midi.PC1600Model, messages);
+        decode(dump, scratch, imageScenes, pc1600Model);
     } catch (const DamagedDump& damaged) {
         return {false, "The preset dump is damaged: " + damaged.reason + "."};
     }
-    editor = std::move(scratch);
-    editor.notifyChanged();
-    for (const auto& [title, text] : messages) prompter.message(title, text, MessageButtons::OK);
+    into = std::move(scratch);
     return {};
 }
 

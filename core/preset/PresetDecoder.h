@@ -2,37 +2,49 @@
 #include <string>
 #include <string_view>
 
-#include "editor/EditorState.h"
-#include "memimage/MemImageState.h"
-#include "midilink/MidiConfig.h"
-#include "midistrings/StringNotation.h"
+#include <array>
+#include <utility>
+#include <vector>
+
+#include "preset/WorkingPreset.h"
+#include "sysex/StringNotation.h"
+#include "ui/ListState.h"
 
 namespace tavlo {
-
-class Prompter;
 
 struct DecodeResult {
     bool ok = true;
     std::string reason;  // why a damaged dump was refused
 };
 
-// Reads a preset dump into the editor: preset fields, captions, the scene
-// lists, the setup string and every control's substrings. The caller hands
-// it a dump of the right kind (IsPresetDump) over an initialised preset and
-// runs UpdateINITData afterwards.
+// What a preset dump decodes into: the preset with the panel's captions,
+// the scene lists its scene numbers are read through, and the messages the
+// user is to see once the dump is taken.
+struct DecodedPreset {
+    WorkingPreset preset;
+    std::array<std::string, kFaderCount> FaderLabel{};
+    std::array<std::string, kButtonCount> PCButton{};
+    ListState BSceneCombo;
+    ListState SelectPresetSceneCombo;
+    std::vector<std::pair<std::string, std::string>> messages;  // title, text
+};
+
+// Reads a preset dump over `into`, which holds an initialised preset: fields
+// the dump doesn't carry keep their values. `imageScenes` is the memory
+// image's SceneList, whose lines the dump's scene numbers name. The caller
+// hands it a dump of the right kind (IsPresetDump).
 //
 // The dump is walked with every position checked: a dump that would read
 // past its end, holds a byte that is no nibble where nibbles stand, or names
-// a list entry that doesn't exist is refused with a reason, and the editor is
-// left exactly as it was. A dump that decodes is taken whole; the message of
-// a setup scene on the PC1600 comes only then.
-DecodeResult PresetSysex2Form(std::string_view dump, EditorState& editor, const MemImageState& memImage,
-                              const MidiConfig& midi, Prompter& prompter);
+// a list entry that doesn't exist is refused with a reason, and `into` is
+// left exactly as it was.
+DecodeResult DecodePresetDump(std::string_view dump, const ListState& imageScenes, bool pc1600Model,
+                              DecodedPreset& into);
 
 // BSceneCombo takes the memory image's 100 scene lines, SelectPresetSceneCombo
 // "<none>" and the same lines; the lines' data are temporary references,
 // minus (the SceneList data plus 3), resolved once the owners are stored.
-void FillDumpSceneLists(EditorState& editor, const ListState& sceneList);
+void FillDumpSceneLists(ListState& BSceneCombo, ListState& SelectPresetSceneCombo, const ListState& sceneList);
 
 // A string's device bytes in notation: two upper-case hexadecimal digits a
 // byte, FE as "gc" (with "-gc" on a status when it is the second byte), FF

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "midistrings/MSBModule.h"
+#include "base/MSBModule.h"
 #include "ui/ListState.h"
 
 namespace tavlo {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "midistrings/MSBModule.h"
+#include "base/MSBModule.h"
 #include "preset/PresetDump.h"
 
 namespace tavlo {
@@ -154,9 +154,8 @@ void writeDataWheel(std::string& body, int link) {
     }
 }
 
-void writeSetup(std::string& body, const EditorState& editor, const ListState& sceneList, bool pc1600Model) {
-    const WorkingPreset& preset = editor.preset;
-    const std::string sceneText = editor.SelectPresetSceneCombo.text();
+void writeSetup(std::string& body, const WorkingPreset& preset, std::string_view sceneText, const ListState& sceneList,
+                bool pc1600Model) {
     // An empty text (no selection) counts as a scene, as the device's dump
     // with no setup leaves the list.
     const bool sceneChosen = sceneText.empty() || sceneText[0] != '<';
@@ -200,10 +199,8 @@ void writeSetup(std::string& body, const EditorState& editor, const ListState& s
 
 }  // namespace
 
-std::string Form2PresetSysex(const EditorState& editor, const MemImageState& memImage, const MidiConfig& midi) {
-    const WorkingPreset& preset = editor.preset;
-    const bool pc1600Model = midi.PC1600Model;
-    const ListState& sceneList = memImage.SceneList;
+std::string Form2PresetSysex(const WorkingPreset& preset, const DumpScenes& scenes, bool pc1600Model, int deviceId) {
+    const ListState& sceneList = scenes.imageScenes;
 
     std::string body;
     body.reserve(1024);
@@ -216,7 +213,7 @@ std::string Form2PresetSysex(const EditorState& editor, const MemImageState& mem
                     pc1600Model);
     }
     writeDataWheel(body, preset.DataWheelLink);
-    writeSetup(body, editor, sceneList, pc1600Model);
+    writeSetup(body, preset, scenes.setupSceneLine, sceneList, pc1600Model);
 
     std::string name = MSBModule::Trim(MSBModule::GreaterToTilde(preset.Name)).substr(0, 16);
     name.resize(16, ' ');
@@ -225,7 +222,7 @@ std::string Form2PresetSysex(const EditorState& editor, const MemImageState& mem
     std::string dump;
     dump.reserve(kPresetDumpFrameSize + 2 * body.size());
     dump += std::string{'\xF0', '\x00', '\x00', '\x1B', '\x0B'};
-    dump += static_cast<char>(midi.DeviceId & 0x7F);
+    dump += static_cast<char>(deviceId & 0x7F);
     dump += static_cast<char>(kPresetDumpCommand);
     dump += MSBModule::TextToNibbles(name);
     for (int shift = 12; shift >= 0; shift -= 4) dump += static_cast<char>((size >> shift) & 0x0F);

@@ -2,17 +2,22 @@
 #include <string>
 #include <string_view>
 
-#include "editor/EditorState.h"
-#include "memimage/MemImageState.h"
-#include "midilink/MidiConfig.h"
+#include "preset/WorkingPreset.h"
+#include "ui/ListState.h"
 
 namespace tavlo {
 
-// The preset dump of the editor's preset, byte for byte as the device takes
-// it. Reads the model and device identifier from the MIDI settings, the setup
-// scene's line from SelectPresetSceneCombo and the scene positions from the
-// memory image's SceneList. Callers commit pending edits (UpdateDefs) first.
-std::string Form2PresetSysex(const EditorState& editor, const MemImageState& memImage, const MidiConfig& midi);
+// The scenes a preset dump refers to by number: the memory image's SceneList,
+// whose line a scene has is its number, and the line of the setup scene as
+// the editor shows it ("<none>" when the preset has none).
+struct DumpScenes {
+    const ListState& imageScenes;
+    std::string_view setupSceneLine;
+};
+
+// The preset dump of a preset, byte for byte as the device takes it, for
+// the model and the device identifier given.
+std::string Form2PresetSysex(const WorkingPreset& preset, const DumpScenes& scenes, bool pc1600Model, int deviceId);
 
 // The dump carries no checksum; this stays for callers that ask, and is 0.
 int CheckSum(std::string_view message);

@@ -1,6 +1,6 @@
 #include "preset/PristinePreset.h"
 
-#include "midistrings/MSBModule.h"
+#include "base/MSBModule.h"
 
 namespace tavlo {
 namespace {
@@ -39,9 +39,7 @@ bool sameButton(const ButtonDef& a, const ButtonDef& b) {
 
 }  // namespace
 
-void UpdateINITData(EditorState& editor) {
-    const WorkingPreset& from = editor.preset;
-    WorkingPreset& to = editor.PristinePreset;
+void UpdateINITData(const WorkingPreset& from, WorkingPreset& to) {
     // The notes are kept trimmed, as they are compared.
     to.Notes = MSBModule::Trim(from.Notes);
     for (std::size_t i = 0; i < kFaderCount; ++i) {
@@ -63,11 +61,7 @@ void UpdateINITData(EditorState& editor) {
     to.SceneCount = from.SceneCount;
 }
 
-bool INITDataChanged(const EditorState& editor) {
-    // While a load is filling the editor nothing counts as an edit.
-    if (!editor.PristineComparison) return false;
-    const WorkingPreset& now = editor.preset;
-    const WorkingPreset& was = editor.PristinePreset;
+bool INITDataChanged(const WorkingPreset& now, const WorkingPreset& was) {
     if (MSBModule::Trim(now.Notes) != was.Notes) return true;
     for (std::size_t i = 0; i < kFaderCount; ++i) {
         if (!sameFader(now.Faders[i], was.Faders[i])) return true;

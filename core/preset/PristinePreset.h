@@ -1,15 +1,15 @@
 #pragma once
-#include "editor/EditorState.h"
+#include "preset/WorkingPreset.h"
 
 namespace tavlo {
 
-// Brings the editor's PristinePreset level with its preset. Run after every
+// Brings the pristine copy of a preset level with it. Run after every
 // initialisation, load and store.
-void UpdateINITData(EditorState& editor);
+void UpdateINITData(const WorkingPreset& preset, WorkingPreset& pristine);
 
-// True when the preset holds edits since UpdateINITData. Moving a fader, the
-// preset's name and its scenes are no edits; a fader's string counts by its
-// text, a button's and the setup's slot by slot.
-bool INITDataChanged(const EditorState& editor);
+// True when the preset holds edits since its pristine copy was made. Moving a
+// fader, the preset's name and its scenes are no edits; a fader's string
+// counts by its text, a button's and the setup's slot by slot.
+bool INITDataChanged(const WorkingPreset& now, const WorkingPreset& was);
 
 }  // namespace tavlo

@@ -1,10 +1,12 @@
 #include "shell/QuitMenu.h"
 
-#include "shell/Session.h"
+#include "shell/Program.h"
+#include "db/PoolDatabase.h"
+#include "ui/Prompter.h"
 
 namespace tavlo {
 
-bool QuitMenu(Session& session, const std::vector<WindowStateRow>& windows) {
+bool QuitMenu(Program& session, const std::vector<WindowStateRow>& windows) {
     // Positions are written before any question: a cancelled exit leaves them
     // written, which is harmless as the next exit rewrites them.
     try {

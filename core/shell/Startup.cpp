@@ -1,8 +1,11 @@
 #include "shell/Startup.h"
 
-#include "pool/PoolDatabase.h"
-#include "shell/Session.h"
+#include "db/PoolDatabase.h"
+#include "shell/Program.h"
+#include "editor/EditorState.h"
+#include "memimage/MemImageState.h"
 #include "ui/Prompter.h"
+#include "editor/ImageSlots.h"
 
 namespace tavlo {
 
@@ -14,7 +17,7 @@ bool OpenPoolForStartup(PoolDatabase& pool, const std::string& path, Prompter& p
     return false;
 }
 
-void PrepareSession(Session& session) {
+void PrepareSession(Program& session) {
     Database& db = session.pool.db();
     Statement removeScenes = db.prepare("DELETE FROM SceneRec WHERE PresetREF = :ID");
     removeScenes.bind(":ID", session.pool.InitializedPresetID());

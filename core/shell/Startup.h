@@ -5,7 +5,7 @@ namespace tavlo {
 
 class PoolDatabase;
 class Prompter;
-class Session;
+class Program;
 
 // Opens the pool and proves it usable. When it isn't, the user has been told
 // why (the critical error for a pool without its "--Initialized--" preset)
@@ -15,6 +15,6 @@ bool OpenPoolForStartup(PoolDatabase& pool, const std::string& path, Prompter& p
 // The rest of the start-up that needs no window: scenes that crept onto the
 // "--Initialized--" preset are removed, and the editor and the memory image
 // come to their initial state.
-void PrepareSession(Session& session);
+void PrepareSession(Program& session);
 
 }  // namespace tavlo

@@ -1,6 +1,6 @@
 #include "shell/WindowStates.h"
 
-#include "pool/Database.h"
+#include "db/Database.h"
 
 namespace tavlo {
 

@@ -8,11 +8,14 @@
 #include <QtTest>
 
 #include "FormDriver.h"
-#include "TestSession.h"
+#include "TestProgram.h"
 #include "midilink/LoopbackBackend.h"
 #include "midilink/MIDIForm.h"
 #include "midilink/MIDIFormOperations.h"
 #include "midilink/VirtualPC1600.h"
+#include "db/PoolDatabase.h"
+#include "midilink/MidiConfig.h"
+#include "midilink/MidiLink.h"
 
 using namespace tavlo;
 using namespace tavlo::testing;
@@ -45,7 +48,7 @@ void TypeFreeMemory(MIDIForm& form, const QString& text) {
     QTest::keyClicks(edit, text);
 }
 
-std::string StoredText(Session& session, const char* column) {
+std::string StoredText(Program& session, const char* column) {
     Statement s = session.pool.db().prepare("SELECT * FROM MIDIConfigTable");
     return s.step() ? s.getText(column) : std::string("<no row>");
 }
@@ -53,7 +56,7 @@ std::string StoredText(Session& session, const char* column) {
 }  // namespace
 
 void MIDIFormTest::newUserFindsTheVirtualDeviceSelectedAndFound() {
-    TestSession ts;
+    TestProgram ts;
     MIDIForm form(*ts);
     QVERIFY(LoadMidiConfiguration(*ts));
     QVERIFY(form.isVisible());
@@ -104,7 +107,7 @@ void MIDIFormTest::freeMemoryLimits_data() {
 void MIDIFormTest::freeMemoryLimits() {
     QFETCH(QString, text);
     QFETCH(bool, accepted);
-    TestSession ts;
+    TestProgram ts;
     MIDIForm form(*ts);
     LoadMidiConfiguration(*ts);
     QVERIFY(form.isVisible());
@@ -122,7 +125,7 @@ void MIDIFormTest::freeMemoryLimits() {
 }
 
 void MIDIFormTest::missingSelectionsKeepTheWindowUntilChosen() {
-    TestSession ts;
+    TestProgram ts;
     ts->midiLink.setSystemBackend(std::make_shared<LoopbackBackend>(std::vector<std::string>{"USB MIDI"}));
     // The last run's devices are gone: the lists come without a selection.
     ts->pool.db().exec(
@@ -158,7 +161,7 @@ void MIDIFormTest::missingSelectionsKeepTheWindowUntilChosen() {
 }
 
 void MIDIFormTest::closingByTheFrameWithBadValuesKeepsItOpen() {
-    TestSession ts;
+    TestProgram ts;
     MIDIForm form(*ts);
     LoadMidiConfiguration(*ts);
     TypeFreeMemory(form, "12");
@@ -176,7 +179,7 @@ void MIDIFormTest::closingByTheFrameWithBadValuesKeepsItOpen() {
 }
 
 void MIDIFormTest::settingsReachTheConfigurationRow() {
-    TestSession ts;
+    TestProgram ts;
     MIDIForm form(*ts);
     LoadMidiConfiguration(*ts);
     int modelNotices = 0;
@@ -197,7 +200,7 @@ void MIDIFormTest::settingsReachTheConfigurationRow() {
 }
 
 void MIDIFormTest::aPortThatCannotOpenIsNamed() {
-    TestSession ts;
+    TestProgram ts;
     auto loop = std::make_shared<LoopbackBackend>(std::vector<std::string>{"Busy Port", "Free Port"});
     loop->refuse("Busy Port", "the device is in use");
     ts->midiLink.setSystemBackend(loop);
@@ -215,7 +218,7 @@ void MIDIFormTest::aPortThatCannotOpenIsNamed() {
 }
 
 void MIDIFormTest::theVirtualDevicesSettingsAndMemory() {
-    TestSession ts;
+    TestProgram ts;
     MIDIForm form(*ts);
     LoadMidiConfiguration(*ts);
     Find<QComboBox>(&form, "VirtualChannelCombo")->setCurrentIndex(4);

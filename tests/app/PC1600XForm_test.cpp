@@ -12,12 +12,16 @@
 #include <QtTest>
 
 #include "FormDriver.h"
-#include "TestSession.h"
+#include "TestProgram.h"
 #include "editor/EditorDefaults.h"
 #include "editor/PC1600XForm.h"
 #include "editor/Scenes.h"
-#include "pool/Database.h"
-#include "shell/Session.h"
+#include "db/Database.h"
+#include "shell/Program.h"
+#include "ui/Prompter.h"
+#include "db/PoolDatabase.h"
+#include "editor/EditorState.h"
+#include "midilink/MidiConfig.h"
 #include "shell/TavloController.h"
 #include "shell/TavloProgram.h"
 #include "TempDir.h"
@@ -48,12 +52,12 @@ private slots:
 private:
     EditorState& editor() { return (*t)->editor; }
 
-    std::unique_ptr<TestSession> t;
+    std::unique_ptr<TestProgram> t;
     std::unique_ptr<PC1600XForm> form;
 };
 
 void PC1600XFormTest::init() {
-    t = std::make_unique<TestSession>();
+    t = std::make_unique<TestProgram>();
     form = std::make_unique<PC1600XForm>(**t);
     root = form.get();
     form->show();
@@ -182,7 +186,7 @@ void PC1600XFormTest::labelClickSetsTheDefaultWithAFlash() {
     type("ChannelText", "10");
     auto* label = w<QLabel>("ChannelLabel");
     QTest::mouseClick(label, Qt::LeftButton);
-    QCOMPARE(ReadDefaultNumber(t->pool.db(), "FaderChannel").value_or(-1), 9);
+    QCOMPARE(ReadDefaultNumber((*t)->pool.db(), "FaderChannel").value_or(-1), 9);
     QVERIFY(label->styleSheet().contains("color"));
     auto* timer = form->findChild<QTimer*>("LabelClickTimer");
     QVERIFY(timer && timer->isActive());
@@ -195,7 +199,7 @@ void PC1600XFormTest::labelClickSetsTheDefaultWithAFlash() {
 }
 
 void PC1600XFormTest::makeAndSelectAScene() {
-    Database& db = t->pool.db();
+    Database& db = (*t)->pool.db();
     db.prepare("INSERT INTO PresetRec (Name, CreatedDate, UpdatedDate, SetupChannelMap) VALUES ('Show', 'x', 'x', X'')")
         .run();
     editor().preset.ID = static_cast<std::int32_t>(db.lastInsertId());
@@ -269,7 +273,7 @@ void PC1600XFormTest::copyPasteAndSpread() {
 }
 
 void PC1600XFormTest::anotherPresetsSceneFromAllScenesForm() {
-    Database& db = t->pool.db();
+    Database& db = (*t)->pool.db();
     db.exec("INSERT INTO PresetRec (Name, CreatedDate, UpdatedDate, SetupChannelMap) VALUES ('Other', 'x', 'x', X'')");
     const std::int64_t other = db.lastInsertId();
     db.prepare("INSERT INTO SceneRec (PresetREF, Name) VALUES (:P, 'Quiet')").bind(":P", other).run();
@@ -320,7 +324,7 @@ void PC1600XFormTest::aHeldPressDragsAndAClickDoesNot() {
     QTest::qWait(800);
     QTest::mouseRelease(source, Qt::LeftButton);
     QCOMPARE(w<QPushButton>("PasteButton")->text(), QString("Paste Fader 3"));
-    QCOMPARE(t->session->flags.DragType, std::string("FADER"));
+    QCOMPARE(t->program->editor.DragType, std::string("FADER"));
 
     // Dropped on fader 9.
     QMimeData mime;
@@ -355,7 +359,7 @@ void PC1600XFormTest::setupFrame() {
     click("MakeSameButton");
     QCOMPARE(editor().preset.SetupChannels[15].Bank, 6);
     click("SetupChannelMapLabel");
-    QCOMPARE(t->pool.db().queryInt("SELECT COUNT(*) FROM DefaultsTable WHERE Field LIKE 'SetupChannel%'"), 16);
+    QCOMPARE((*t)->pool.db().queryInt("SELECT COUNT(*) FROM DefaultsTable WHERE Field LIKE 'SetupChannel%'"), 16);
     QVERIFY(t->prompter.done());
 }
 
@@ -363,8 +367,8 @@ void PC1600XFormTest::theOriginalPC1600LosesSetupSceneAndBankMSB() {
     click("SetupStringButton");
     for (const bool pc1600 : {true, false}) {
         // The configuration window's OK tells everyone that the model changed.
-        t->session->midi.PC1600Model = pc1600;
-        t->session->midi.notifyChanged();
+        t->program->midi.PC1600Model = pc1600;
+        t->program->midi.notifyChanged();
         for (const char* name : {"SelectPresetSceneCombo", "SOtherSceneButton", "MSBCheck"})
             QVERIFY2(w<QWidget>(name)->isEnabled() == !pc1600, name);
     }
@@ -394,11 +398,11 @@ void PC1600XFormTest::theMainWindowOpensTheEditorForANewPreset() {
     main->show();
     auto* menu = main->findChild<QAction*>("NewPresetMenu");
     QVERIFY(menu->isEnabled());
-    program.session().editor.preset.Name = "stale";
+    program.program().editor.preset.Name = "stale";
     menu->trigger();
     PC1600XForm* editorForm = main->editorForm();
     QVERIFY(editorForm->isVisible());
-    QCOMPARE(program.session().editor.preset.Name, std::string());
+    QCOMPARE(program.program().editor.preset.Name, std::string());
     auto* frame = qobject_cast<QMdiSubWindow*>(editorForm->parentWidget());
     QVERIFY(frame);
     // Fits the main window's area on a 1366x768 screen.

@@ -2,12 +2,13 @@
 #include <QPushButton>
 #include <QtTest>
 
-#include "TestSession.h"
-#include "memimage/AllPresetsDump.h"
+#include "TestProgram.h"
+#include "sysex/AllPresetsDump.h"
 #include "midilink/MIDIFormOperations.h"
 #include "midilink/PeekForm.h"
 #include "midilink/VirtualPC1600.h"
-#include "midistrings/MSBModule.h"
+#include "base/MSBModule.h"
+#include "midilink/MidiLink.h"
 
 using namespace tavlo;
 using namespace tavlo::testing;
@@ -41,7 +42,7 @@ QListWidget* List(PeekForm& form) { return form.findChild<QListWidget*>("PeekLis
 }  // namespace
 
 void PeekFormTest::listsTheNamesInTheDevice() {
-    TestSession ts;
+    TestProgram ts;
     LoadMidiConfiguration(*ts);  // a first run: the virtual device
     StoreNames(ts->midiLink.virtualDevice(), {"Strings", "Lead~Pad"});
     PeekForm form(*ts);
@@ -57,7 +58,7 @@ void PeekFormTest::listsTheNamesInTheDevice() {
 }
 
 void PeekFormTest::peekAgainAsksAnew() {
-    TestSession ts;
+    TestProgram ts;
     LoadMidiConfiguration(*ts);
     PeekForm form(*ts);
     form.peek();
@@ -69,7 +70,7 @@ void PeekFormTest::peekAgainAsksAnew() {
 }
 
 void PeekFormTest::noAnswerGivesTheAllPresetsMessageAndAnEmptyList() {
-    TestSession ts;
+    TestProgram ts;
     LoadMidiConfiguration(*ts);
     ts->midiLink.MIDIOut.close();  // nobody hears the request
     ts.prompter.expectMessage(
@@ -85,7 +86,7 @@ void PeekFormTest::noAnswerGivesTheAllPresetsMessageAndAnEmptyList() {
 }
 
 void PeekFormTest::theListFillsTheWindow() {
-    TestSession ts;
+    TestProgram ts;
     LoadMidiConfiguration(*ts);
     PeekForm form(*ts);
     form.peek();

@@ -11,12 +11,14 @@
 #include <QtTest>
 
 #include "FormDriver.h"
-#include "TestSession.h"
+#include "TestProgram.h"
 #include "editor/InitPreset.h"
 #include "pool/MemImageOrPoolChoiceForm.h"
 #include "pool/PoolForm.h"
 #include "pool/PresetStore.h"
 #include "ui/QtPrompter.h"
+#include "db/PoolDatabase.h"
+#include "editor/EditorState.h"
 
 using namespace tavlo;
 using namespace tavlo::testing;
@@ -37,13 +39,13 @@ private:
     std::int64_t store(const std::string& name, int scenes);
     QStringList lines() const;
 
-    std::unique_ptr<TestSession> t;
+    std::unique_ptr<TestProgram> t;
     std::unique_ptr<PoolForm> form;
 };
 
 void PoolFormTest::init() {
-    t = std::make_unique<TestSession>();
-    (*t)->flags.ProgramInit = false;
+    t = std::make_unique<TestProgram>();
+    (*t)->editor.ProgramInit = false;
     form = std::make_unique<PoolForm>(**t);
     root = form.get();
     form->reload();
@@ -56,8 +58,8 @@ void PoolFormTest::cleanup() {
 }
 
 std::int64_t PoolFormTest::store(const std::string& name, int scenes) {
-    Session& s = **t;
-    InitPresetWithoutQuestions(s);
+    Program& s = **t;
+    InitializePreset(s);
     s.editor.preset.Name = name;
     s.editor.preset.SceneCount = static_cast<std::int16_t>(scenes);
     for (int i = 0; i < scenes; ++i) s.editor.preset.Scenes[i].Name = "Scene " + std::to_string(i + 1);

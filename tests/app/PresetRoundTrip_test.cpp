@@ -14,13 +14,16 @@
 #include <functional>
 
 #include "FormDriver.h"
-#include "TestSession.h"
+#include "TestProgram.h"
 #include "editor/InitPreset.h"
 #include "editor/PC1600XForm.h"
-#include "midistrings/StringNotation.h"
-#include "pool/Database.h"
+#include "sysex/StringNotation.h"
+#include "db/Database.h"
 #include "pool/PresetLoad.h"
-#include "shell/Session.h"
+#include "shell/Program.h"
+#include "ui/Prompter.h"
+#include "db/PoolDatabase.h"
+#include "editor/EditorState.h"
 
 using namespace tavlo;
 using namespace tavlo::testing;
@@ -55,15 +58,15 @@ private:
         Click(d, "AppendButton");
     }
 
-    std::unique_ptr<TestSession> t;
+    std::unique_ptr<TestProgram> t;
     std::unique_ptr<PC1600XForm> form;
 };
 
 void PresetRoundTripTest::buildStoreAndReload() {
-    t = std::make_unique<TestSession>();
+    t = std::make_unique<TestProgram>();
     form = std::make_unique<PC1600XForm>(**t);
     root = form.get();
-    InitPresetWithoutQuestions(**t);
+    InitializePreset(**t);
     form->showWindow();
     EditorState& editor = (*t)->editor;
 
@@ -124,7 +127,7 @@ void PresetRoundTripTest::buildStoreAndReload() {
     // Store: a new name asks nothing.
     click("StoreInPoolButton");
     QVERIFY(t->prompter.done());
-    Database& db = t->pool.db();
+    Database& db = (*t)->pool.db();
     const std::int64_t id = db.queryInt("SELECT ID FROM PresetRec WHERE Name = 'Stage A'");
     QVERIFY(id > 0);
     QCOMPARE(editor.preset.ID, static_cast<std::int32_t>(id));
@@ -144,7 +147,7 @@ void PresetRoundTripTest::buildStoreAndReload() {
 
     form->UpdateDefs();
     const WorkingPreset built = editor.preset;
-    InitPresetWithoutQuestions(**t);
+    InitializePreset(**t);
     QVERIFY(editor.preset.Faders[0].Function == 0);
     QVERIFY(LoadPC1600xFormFromPool(**t, id));
     const WorkingPreset& loaded = editor.preset;

@@ -11,12 +11,14 @@
 #include <functional>
 
 #include "FormDriver.h"
-#include "TestSession.h"
+#include "TestProgram.h"
 #include "editor/PC1600XForm.h"
 #include "midistrings/StringEditForm.h"
 #include "midistrings/StringLearn.h"
-#include "midistrings/StringNotation.h"
-#include "shell/Session.h"
+#include "sysex/StringNotation.h"
+#include "shell/Program.h"
+#include "ui/Prompter.h"
+#include "editor/EditorState.h"
 
 using namespace tavlo;
 using namespace tavlo::testing;
@@ -37,12 +39,12 @@ private:
     template <typename T>
     static T* w(QWidget* dialog, const char* name) { return Find<T>(dialog, name); }
 
-    std::unique_ptr<TestSession> t;
+    std::unique_ptr<TestProgram> t;
     std::unique_ptr<StringEditForm> form;
 };
 
 void StringEditFormTest::init() {
-    t = std::make_unique<TestSession>();
+    t = std::make_unique<TestProgram>();
     form = std::make_unique<StringEditForm>(**t);
 }
 

@@ -7,9 +7,10 @@
 
 #include "ScriptedPrompter.h"
 #include "TempDir.h"
-#include "pool/PoolDatabase.h"
+#include "db/PoolDatabase.h"
 #include "pool/PresetLoad.h"
-#include "shell/Session.h"
+#include "shell/Program.h"
+#include "db/PoolDatabase.h"
 #include "shell/TavloController.h"
 #include "shell/TavloProgram.h"
 
@@ -93,7 +94,7 @@ void TavloControllerTest::clearDefaultsAsksFirst() {
     ScriptedPrompter prompter;
     TavloProgram program(prompter);
     QVERIFY(program.start(dir.file("Tavlo.mdb")));
-    Database& db = program.session().pool.db();
+    Database& db = program.program().pool.db();
     db.exec("INSERT INTO DefaultsTable (Field, Value) VALUES ('Note', '61')");
     db.exec("INSERT INTO MessageStringRec (MapType, MapREF, \"Index\") VALUES ('D', 0, 0)");
     db.exec("INSERT INTO MessageStringRec (MapType, MapREF, \"Index\") VALUES ('F', 1, 0)");
@@ -122,7 +123,7 @@ void TavloControllerTest::closingWritesWindowStates() {
         program.controller()->resize(900, 600);
         program.controller()->show();
         QVERIFY(program.controller()->close());
-        QVERIFY(!program.session().pool.isOpen());
+        QVERIFY(!program.program().pool.isOpen());
     }
     PoolDatabase pool;
     QVERIFY(pool.open(path).ok());
@@ -138,9 +139,9 @@ void TavloControllerTest::aVanishedPresetRowEndsTheProgram() {
     QVERIFY(program.start(dir.file("Tavlo.mdb")));
     program.controller()->show();
     prompter.expectMessage("Database Error", "There has been a Database Error", MessageAnswer::OK);
-    QVERIFY(!LoadPC1600xFormFromPool(program.session(), 424242));
+    QVERIFY(!LoadPC1600xFormFromPool(program.program(), 424242));
     QTRY_VERIFY(!program.controller()->isVisible());
-    QVERIFY(!program.session().pool.isOpen());
+    QVERIFY(!program.program().pool.isOpen());
     QVERIFY(prompter.done());
 }
 

@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <string>
 
-#include "globals/AllGlobalsDump.h"
-#include "midilink/DeviceMessages.h"
+#include "sysex/AllGlobalsDump.h"
+#include "sysex/DeviceMessages.h"
 #include "midilink/VirtualPC1600.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-#include "memimage/AllPresetsDump.h"
+#include "sysex/AllPresetsDump.h"
 #include "midilink/PeekList.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

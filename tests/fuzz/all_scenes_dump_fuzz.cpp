@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string>
 
-#include "memimage/AllScenesDump.h"
+#include "sysex/AllScenesDump.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string dump(reinterpret_cast<const char*>(data), size);

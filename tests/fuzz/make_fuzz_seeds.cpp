@@ -7,10 +7,10 @@
 #include <iostream>
 #include <string>
 
-#include "globals/AllGlobalsDump.h"
-#include "memimage/AllPresetsDump.h"
-#include "memimage/AllScenesDump.h"
-#include "midilink/DeviceMessages.h"
+#include "sysex/AllGlobalsDump.h"
+#include "sysex/AllPresetsDump.h"
+#include "sysex/AllScenesDump.h"
+#include "sysex/DeviceMessages.h"
 #include "midilink/VirtualPC1600.h"
 
 using namespace tavlo;

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "midistrings/ParseSysexString.h"
+#include "sysex/ParseSysexString.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     std::string text(reinterpret_cast<const char*>(data), size);

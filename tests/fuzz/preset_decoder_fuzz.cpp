@@ -4,10 +4,14 @@
 #include <cstdint>
 #include <string>
 
-#include "midistrings/MSBModule.h"
+#include "base/MSBModule.h"
 #include "preset/PresetDecoder.h"
 #include "preset/PresetEncoder.h"
 #include "ui/Prompter.h"
+#include "editor/EditorDumps.h"
+#include "editor/EditorState.h"
+#include "editor/ImageSlots.h"
+#include "midilink/MidiConfig.h"
 
 namespace {
 
@@ -45,18 +49,18 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     tavlo::EditorState editor;
     editor.preset.Name = "Before";
-    tavlo::MemImageState memImage;
+    tavlo::ImageSlots memImage;
     tavlo::MidiConfig midi;
     midi.PC1600Model = (mode & 2) != 0;
     SilentPrompter prompter;
     const tavlo::WorkingPreset before = editor.preset;
-    const tavlo::DecodeResult result = tavlo::PresetSysex2Form(dump, editor, memImage, midi, prompter);
+    const tavlo::DecodeResult result = tavlo::PresetSysex2Form(dump, editor, memImage.SceneList, midi.PC1600Model, prompter);
     if (!result.ok) {
         if (!(editor.preset == before) || result.reason.empty()) __builtin_trap();
         return 0;
     }
     // Whatever decoded can be encoded again.
-    const std::string again = tavlo::Form2PresetSysex(editor, memImage, midi);
+    const std::string again = tavlo::EditorPresetSysex(editor, memImage.SceneList, midi);
     if (again.size() < 44) __builtin_trap();
     return 0;
 }

@@ -5,9 +5,9 @@
 #include <cstdint>
 #include <string>
 
-#include "globals/AllGlobalsDump.h"
-#include "memimage/AllPresetsDump.h"
-#include "memimage/AllScenesDump.h"
+#include "sysex/AllGlobalsDump.h"
+#include "sysex/AllPresetsDump.h"
+#include "sysex/AllScenesDump.h"
 #include "midilink/VirtualPC1600.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

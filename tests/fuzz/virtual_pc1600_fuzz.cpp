@@ -7,10 +7,10 @@
 #include <string>
 #include <string_view>
 
-#include "globals/AllGlobalsDump.h"
-#include "memimage/AllPresetsDump.h"
-#include "memimage/AllScenesDump.h"
-#include "midilink/DeviceMessages.h"
+#include "sysex/AllGlobalsDump.h"
+#include "sysex/AllPresetsDump.h"
+#include "sysex/AllScenesDump.h"
+#include "sysex/DeviceMessages.h"
 #include "midilink/VirtualPC1600.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

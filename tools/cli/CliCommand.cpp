@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <ostream>
 
-#include "pool/PoolDatabase.h"
-#include "shell/SysexFileContents.h"
+#include "db/PoolDatabase.h"
+#include "sysex/SysexFileContents.h"
 
 namespace tavlo::cli {
 

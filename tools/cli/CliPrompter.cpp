@@ -2,7 +2,7 @@
 
 #include <ostream>
 
-#include "midistrings/Windows1252.h"
+#include "base/Windows1252.h"
 
 namespace tavlo::cli {
 

@@ -2,8 +2,8 @@
 #include <iostream>
 
 #include "CliCommand.h"
-#include "midistrings/Windows1252.h"
-#include "shell/SysexFileContents.h"
+#include "base/Windows1252.h"
+#include "sysex/SysexFileContents.h"
 
 namespace tavlo::cli {
 namespace {

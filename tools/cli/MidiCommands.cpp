@@ -5,12 +5,14 @@
 #include <iostream>
 
 #include "CliCommand.h"
-#include "midilink/DeviceMessages.h"
+#include "sysex/DeviceMessages.h"
 #include "midilink/ExchangeDump.h"
 #include "midilink/MIDIFormOperations.h"
 #include "midilink/RtMidiBackend.h"
-#include "pool/PoolDatabase.h"
-#include "shell/Session.h"
+#include "db/PoolDatabase.h"
+#include "shell/Program.h"
+#include "midilink/MidiConfig.h"
+#include "midilink/MidiLink.h"
 #include "ui/StreamPrompter.h"
 #include "ui/SteadyClock.h"
 
@@ -19,8 +21,8 @@ namespace {
 
 // A session with no pool: the MIDI link is all these commands need.
 struct MidiSession {
-    MidiSession(const CliArgs& args, std::ostream& err) : prompter(&err, MessageAnswer::OK) {
-        session = std::make_unique<Session>(pool, prompter, status, pump, clock);
+    MidiSession(const CliArgs& args, std::ostream& err)
+        : prompter(&err, MessageAnswer::OK), session(std::make_unique<Program>(prompter, status, pump, clock)) {
         RtMidiOptions options;
         if (const auto api = args.option("--api"); !api || !ParseMidiApi(*api, options.api))
             options.api = DefaultMidiApi();
@@ -53,12 +55,11 @@ struct MidiSession {
                open(link.MIDIOut, link.devices.outputNames(), out, err);
     }
 
-    PoolDatabase pool;
     StreamPrompter prompter;
     SilentStatusView status;
     SleepingPump pump;
     SteadyClock clock;
-    std::unique_ptr<Session> session;
+    std::unique_ptr<Program> session;
 };
 
 bool BadApi(const CliArgs& args, std::ostream& err) {

@@ -3,7 +3,7 @@
 #include <iostream>
 
 #include "CliCommand.h"
-#include "pool/PoolDatabase.h"
+#include "db/PoolDatabase.h"
 
 namespace tavlo::cli {
 namespace {

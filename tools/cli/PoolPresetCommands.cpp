@@ -7,8 +7,8 @@
 #include "CliCommand.h"
 #include "CliPrompter.h"
 #include "PoolPresetSession.h"
-#include "midistrings/MSBModule.h"
-#include "midistrings/Windows1252.h"
+#include "base/MSBModule.h"
+#include "base/Windows1252.h"
 #include "pool/PoolList.h"
 #include "pool/PoolOperations.h"
 #include "PresetJson.h"
@@ -16,10 +16,14 @@
 #include "pool/PresetLoad.h"
 #include "pool/PresetSysexFile.h"
 #include "pool/PresetSysexImport.h"
+#include "editor/EditorState.h"
+#include "pool/PoolFormState.h"
+#include "db/PoolDatabase.h"
 
 namespace tavlo::cli {
 
-PoolPresetSession::PoolPresetSession(std::ostream& err) : prompter(err) {}
+PoolPresetSession::PoolPresetSession(std::ostream& err)
+    : prompter(err), session(std::make_unique<Program>(prompter, status, pump, clock)), pool(session->pool) {}
 
 bool PoolPresetSession::open(const CliArgs& args, std::ostream& err) {
     const PoolOpenResult result = pool.open(args.poolPath());
@@ -28,8 +32,7 @@ bool PoolPresetSession::open(const CliArgs& args, std::ostream& err) {
         err << message.title << ": " << message.text << "\n";
         return false;
     }
-    session = std::make_unique<Session>(pool, prompter, status, pump, clock);
-    session->flags.ProgramInit = false;
+    session->editor.ProgramInit = false;
     return true;
 }
 

@@ -5,8 +5,8 @@
 
 #include "CliCommand.h"
 #include "CliPrompter.h"
-#include "pool/PoolDatabase.h"
-#include "shell/Session.h"
+#include "db/PoolDatabase.h"
+#include "shell/Program.h"
 #include "ui/SteadyClock.h"
 #include "ui/StreamPrompter.h"
 
@@ -24,12 +24,12 @@ struct PoolPresetSession {
     // The exit status: a refusal shown to the user is a failure.
     int finish(std::ostream& err, int okStatus);
 
-    PoolDatabase pool;
     CliPrompter prompter;
     SilentStatusView status;
     SleepingPump pump;
     SteadyClock clock;
-    std::unique_ptr<Session> session;
+    std::unique_ptr<Program> session;
+    PoolDatabase& pool;
 };
 
 }  // namespace tavlo::cli

@@ -4,10 +4,11 @@
 
 #include "CliCommand.h"
 #include "PresetJson.h"
-#include "midistrings/MSBModule.h"
-#include "midistrings/ParseSysexString.h"
-#include "midistrings/StringNotation.h"
-#include "midistrings/Windows1252.h"
+#include "base/MSBModule.h"
+#include "sysex/ParseSysexString.h"
+#include "sysex/StringNotation.h"
+#include "base/Windows1252.h"
+#include "editor/ImageSlots.h"
 #include "preset/PresetDecoder.h"
 #include "preset/PresetDump.h"
 #include "preset/PresetEncoder.h"
@@ -41,17 +42,16 @@ int presetShow(const CliArgs& args, std::ostream& out, std::ostream& err) {
         err << kCannotImportPresetTitle << ": " << kCannotImportPresetText << "\n";
         return kExitBadInput;
     }
-    EditorState editor;
-    MemImageState memImage;
-    MidiConfig midi;
-    midi.PC1600Model = *model;
-    StreamPrompter prompter(&err, MessageAnswer::Yes);
-    const DecodeResult result = PresetSysex2Form(*dump, editor, memImage, midi, prompter);
+    const ImageSlots noImage;
+    DecodedPreset decoded;
+    const DecodeResult result = DecodePresetDump(*dump, noImage.SceneList, *model, decoded);
     if (!result.ok) {
         err << kCannotImportPresetTitle << ": " << result.reason << "\n";
         return kExitBadInput;
     }
-    out << PresetToJson(editor.preset).dump(2) << "\n";
+    StreamPrompter prompter(&err, MessageAnswer::Yes);
+    for (const auto& [title, text] : decoded.messages) prompter.message(title, text, MessageButtons::OK);
+    out << PresetToJson(decoded.preset).dump(2) << "\n";
     return kExitOk;
 }
 
@@ -112,10 +112,10 @@ bool checkRange(int value, int low, int high, const std::string& what, std::stri
     return false;
 }
 
-// What the dump can carry, checked before it is built.
-bool preparePreset(const json& input, EditorState& editor, const MemImageState& memImage, bool pc1600Model,
-                   std::string& error) {
-    WorkingPreset& p = editor.preset;
+// What the dump can carry, checked before it is built; `setupSceneLine` is
+// the setup scene's line as the editor would show it.
+bool preparePreset(const json& input, WorkingPreset& p, std::string& setupSceneLine, const ListState& imageScenes,
+                   bool pc1600Model, std::string& error) {
     if (!PresetFromJson(input, p, error)) return false;
     if (p.Name.size() > 16) return error = "Name: at most 16 characters", false;
     const json empty = json::object();
@@ -141,7 +141,7 @@ bool preparePreset(const json& input, EditorState& editor, const MemImageState& 
                            ".Function: The PC1600 version (non-X) cannot set buttons to SEND FADER or SEND SCENE",
                    false;
         if (b.Name.size() > 15) return error = control + ".Name: at most 15 characters reach the device", false;
-        if (b.Function == 9 && SceneIndexOf(memImage.SceneList, b.Scene, b.ScenePreset) == kNoSceneIndex)
+        if (b.Function == 9 && SceneIndexOf(imageScenes, b.Scene, b.ScenePreset) == kNoSceneIndex)
             return error = control + ".Scene: \"" + Windows1252ToUtf8(b.Scene) + "\" of preset " +
                            std::to_string(b.ScenePreset) + " is not in the memory image's scene list",
                    false;
@@ -158,19 +158,18 @@ bool preparePreset(const json& input, EditorState& editor, const MemImageState& 
         return false;
 
     // The setup scene is chosen in its list, as the editor would show it.
-    FillDumpSceneLists(editor, memImage.SceneList);
     const std::string scene = MSBModule::Trim(p.SetupScene);
     if (scene.empty() || scene == kNoScene) {
-        editor.SelectPresetSceneCombo.setListIndex(0);
+        setupSceneLine = kNoScene;
         return true;
     }
     if (pc1600Model) return error = "SetupScene: the PC1600 (non-X) model has no setup scene", false;
-    const int index = SceneIndexOf(memImage.SceneList, p.SetupScene, p.SetupScenePreset);
+    const int index = SceneIndexOf(imageScenes, p.SetupScene, p.SetupScenePreset);
     if (index == kNoSceneIndex)
         return error = "SetupScene: \"" + Windows1252ToUtf8(p.SetupScene) + "\" of preset " +
                        std::to_string(p.SetupScenePreset) + " is not in the memory image's scene list",
                false;
-    editor.SelectPresetSceneCombo.setListIndex(index + 1);
+    setupSceneLine = imageScenes.list(index);
     return true;
 }
 
@@ -182,13 +181,13 @@ int presetBuild(const CliArgs& args, std::ostream& out, std::ostream& err) {
     }
     const auto model = modelOption(args, err);
     if (!model) return kExitUsage;
-    MidiConfig midi;
-    midi.PC1600Model = *model;
+    const bool pc1600Model = *model;
+    int deviceId = 0;
     if (const auto id = args.option("--device-id")) {
         try {
             std::size_t used = 0;
-            midi.DeviceId = std::stoi(*id, &used);
-            if (used != id->size() || midi.DeviceId < 0 || midi.DeviceId > 15) throw std::invalid_argument(*id);
+            deviceId = std::stoi(*id, &used);
+            if (used != id->size() || deviceId < 0 || deviceId > 15) throw std::invalid_argument(*id);
         } catch (const std::exception&) {
             err << "tavlo-cli: --device-id is a number from 0 to 15\n";
             return kExitUsage;
@@ -202,14 +201,15 @@ int presetBuild(const CliArgs& args, std::ostream& out, std::ostream& err) {
         err << "tavlo-cli: " << path << " is no JSON object\n";
         return kExitBadInput;
     }
-    EditorState editor;
-    MemImageState memImage;
+    const ImageSlots noImage;
+    WorkingPreset preset;
+    std::string setupSceneLine;
     std::string error;
-    if (!preparePreset(input, editor, memImage, midi.PC1600Model, error)) {
+    if (!preparePreset(input, preset, setupSceneLine, noImage.SceneList, pc1600Model, error)) {
         err << "tavlo-cli: " << error << "\n";
         return kExitBadInput;
     }
-    const std::string dump = Form2PresetSysex(editor, memImage, midi);
+    const std::string dump = Form2PresetSysex(preset, {noImage.SceneList, setupSceneLine}, pc1600Model, deviceId);
     std::ofstream file(*output, std::ios::binary | std::ios::trunc);
     if (!file.write(dump.data(), static_cast<std::streamsize>(dump.size())) || !file.flush()) {
         err << "tavlo-cli: cannot write " << *output << "\n";

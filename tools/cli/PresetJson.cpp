@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <limits>
 
-#include "midistrings/Windows1252.h"
+#include "base/Windows1252.h"
 
 namespace tavlo::cli {
 namespace {

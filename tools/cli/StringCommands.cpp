@@ -3,10 +3,10 @@
 
 #include "CliCommand.h"
 #include "PresetJson.h"
-#include "midistrings/MSBModule.h"
-#include "midistrings/ParseSysexString.h"
-#include "midistrings/StringNotation.h"
-#include "midistrings/Windows1252.h"
+#include "base/MSBModule.h"
+#include "sysex/ParseSysexString.h"
+#include "sysex/StringNotation.h"
+#include "base/Windows1252.h"
 
 namespace tavlo::cli {
 namespace {

@@ -2,17 +2,20 @@
 
 #include <gtest/gtest.h>
 
-#include "TestSession.h"
+#include "TestProgram.h"
 #include "editor/EditorSelection.h"
-#include "pool/Database.h"
+#include "db/Database.h"
+#include "db/PoolDatabase.h"
+#include "editor/EditorState.h"
+#include "memimage/MemImageState.h"
 
 namespace tavlo {
 namespace {
 
-using testing::TestSession;
+using testing::TestProgram;
 
 struct CopyPasteTest : ::testing::Test {
-    TestSession t;
+    TestProgram t;
     EditorState& editor() { return t->editor; }
     WorkingPreset& preset() { return t->editor.preset; }
 };
@@ -71,7 +74,7 @@ TEST_F(CopyPasteTest, OverwritingAControlWithAFunctionAsks) {
 }
 
 TEST_F(CopyPasteTest, SendSceneButtonNeedsItsPresetInTheOpenImage) {
-    Database& db = t.pool.db();
+    Database& db = t->pool.db();
     db.exec("INSERT INTO PresetRec (Name, CreatedDate, UpdatedDate, SetupChannelMap) VALUES ('Far', 'x', 'x', X'')");
     const auto far = static_cast<std::int32_t>(db.lastInsertId());
     ClickButton(editor(), 0);
@@ -82,7 +85,7 @@ TEST_F(CopyPasteTest, SendSceneButtonNeedsItsPresetInTheOpenImage) {
     ClickButton(editor(), 1);
 
     bool imageOpen = true;
-    t->storeFollowUps.MemImageFormOpen = [&] { return imageOpen; };
+    t->memImage.followUps.MemImageFormOpen = [&] { return imageOpen; };
     t.prompter.expectMessage("Cannot Paste SENDSCENE Button",
                              "The Button you're pasting is defined as a SEND SCENE Button, sending the Scene 'Calm' on "
                              "the Preset named 'Far', which isn't in the current Memory Image.  Please add that Preset "
@@ -140,7 +143,7 @@ TEST_F(CopyPasteTest, DropsOfTheWrongKindAreRefused) {
         {"DEVPRESET", true, "Cannot Drop a DEVPRESET onto a BUTTON"},
     };
     for (const auto& c : cases) {
-        t->flags.DragType = c.kind;
+        t->editor.DragType = c.kind;
         t.prompter.expectMessage("Cannot Drop", c.text, MessageAnswer::OK);
         if (c.onButton) DropOnButton(*t, 3);
         else DropOnFader(*t, 3);
@@ -154,11 +157,11 @@ TEST_F(CopyPasteTest, DragOfAFaderCopiesItOntoTheTarget) {
     preset().Faders[0].Name = "Master";
     CopyControl(editor());
     preset().Faders[5].Function = 1;
-    t->flags.DragType = "FADER";
+    t->editor.DragType = "FADER";
     DropOnFader(*t, 5);
     EXPECT_EQ(preset().Faders[5].Function, 2);
     EXPECT_EQ(editor().CurrentFader, 5);
-    EXPECT_TRUE(t->flags.DragType.empty());
+    EXPECT_TRUE(t->editor.DragType.empty());
 }
 
 TEST(SpreadOptions, CaptionsBySourceFunction) {

@@ -2,8 +2,9 @@
 #include <cstdint>
 #include <string>
 
-#include "pool/Database.h"
-#include "shell/Session.h"
+#include "db/Database.h"
+#include "shell/Program.h"
+#include "editor/EditorState.h"
 
 namespace tavlo::testing {
 
@@ -31,7 +32,7 @@ inline std::int64_t AddButtonRow(Database& db, std::int64_t presetID, int index,
 }
 
 // The editor holding a stored, unchanged preset of that pool row.
-inline void BindEditorToRow(Session& session, std::int64_t id, const std::string& name) {
+inline void BindEditorToRow(Program& session, std::int64_t id, const std::string& name) {
     session.editor.preset.ID = static_cast<std::int32_t>(id);
     session.editor.preset.Name = name;
     session.editor.PristinePreset = session.editor.preset;

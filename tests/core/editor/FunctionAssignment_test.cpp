@@ -2,19 +2,21 @@
 
 #include <gtest/gtest.h>
 
-#include "TestSession.h"
+#include "TestProgram.h"
 #include "editor/EditorDefaults.h"
 #include "editor/EditorSelection.h"
+#include "db/PoolDatabase.h"
+#include "editor/EditorState.h"
 
 namespace tavlo {
 namespace {
 
-using testing::TestSession;
+using testing::TestProgram;
 
 struct FunctionAssignmentTest : ::testing::Test {
-    TestSession t;
+    TestProgram t;
     EditorState& editor() { return t->editor; }
-    Database& db() { return t.pool.db(); }
+    Database& db() { return t->pool.db(); }
     FaderDef& fader(int i) { return editor().preset.Faders[i]; }
     ButtonDef& button(int i) { return editor().preset.Buttons[i]; }
 };

@@ -3,10 +3,13 @@
 #include <gtest/gtest.h>
 
 #include "EditorTestHelpers.h"
-#include "TestSession.h"
+#include "TestProgram.h"
 #include "preset/PristinePreset.h"
 #include "editor/CopyPasteSpread.h"
 #include "editor/EditorSelection.h"
+#include "db/PoolDatabase.h"
+#include "editor/EditorState.h"
+#include "memimage/MemImageState.h"
 
 namespace tavlo {
 namespace {
@@ -14,18 +17,18 @@ namespace {
 using testing::AddButtonRow;
 using testing::AddPresetRow;
 using testing::BindEditorToRow;
-using testing::TestSession;
+using testing::TestProgram;
 
 struct ScenesTest : ::testing::Test {
-    TestSession t;
+    TestProgram t;
     std::int64_t id = 0;
     void SetUp() override {
-        id = AddPresetRow(t.pool.db(), "Live Set");
+        id = AddPresetRow(t->pool.db(), "Live Set");
         BindEditorToRow(*t, id, "Live Set");
         RefillSceneLists(t->editor);
     }
     EditorState& editor() { return t->editor; }
-    Database& db() { return t.pool.db(); }
+    Database& db() { return t->pool.db(); }
     bool make(const std::string& name) {
         t.prompter.expectInput("Make a New Scene", name);
         return MakeScene(*t);
@@ -82,7 +85,7 @@ TEST_F(ScenesTest, MakeNeedsAStoredUnchangedPreset) {
     t.prompter.expectMessage("Cannot Store Scene");
     EXPECT_FALSE(MakeScene(*t));
 
-    BindEditorToRow(*t, t.pool.InitializedPresetID(), "--Initialized--");
+    BindEditorToRow(*t, t->pool.InitializedPresetID(), "--Initialized--");
     t.prompter.expectMessage("Cannot Make Scene");
     EXPECT_FALSE(MakeScene(*t));
     EXPECT_EQ(count("SELECT COUNT(*) FROM SceneRec"), 0);
@@ -176,8 +179,8 @@ TEST_F(ScenesTest, DeleteTurnsOffSendSceneButtonsEverywhere) {
 
 TEST_F(ScenesTest, AnOpenImageGetsTheLongerPromptAndItsSceneListRefilled) {
     int refills = 0;
-    t->storeFollowUps.MemImageFormOpen = [] { return true; };
-    t->storeFollowUps.FillSceneList = [&] { ++refills; };
+    t->memImage.followUps.MemImageFormOpen = [] { return true; };
+    t->memImage.followUps.FillSceneList = [&] { ++refills; };
     t.prompter.expectInput("Make a New Scene", std::string("Bridge"));
     ASSERT_TRUE(MakeScene(*t));
     ASSERT_FALSE(t.prompter.seen().empty());

@@ -3,18 +3,21 @@
 
 #include <gtest/gtest.h>
 
-#include "TestSession.h"
+#include "TestProgram.h"
 #include "preset/PristinePreset.h"
-#include "editor/EditorClose.h"
+#include "pool/EditorStoreQuestions.h"
 #include "editor/EditorSelection.h"
+#include "db/PoolDatabase.h"
+#include "editor/EditorState.h"
+#include "memimage/MemImageState.h"
 
 namespace tavlo {
 namespace {
 
-using testing::TestSession;
+using testing::TestProgram;
 
 struct SetupInfoTest : ::testing::Test {
-    TestSession t;
+    TestProgram t;
     EditorState& editor() { return t->editor; }
     std::array<SetupChannelDef, 16>& channels() { return t->editor.preset.SetupChannels; }
 };
@@ -64,13 +67,13 @@ TEST_F(SetupInfoTest, ChannelDefaultsRoundTripThroughTheTable) {
     for (int i = 0; i < 16; ++i)
         channels()[i] = SetupChannelDef{static_cast<std::int16_t>(i), static_cast<std::int16_t>(i % 2),
                                         static_cast<std::int16_t>(128 - i), static_cast<std::int16_t>(i * 3)};
-    WriteSetupChannelDefaults(t.pool.db(), editor().preset);
-    EXPECT_EQ(t.pool.db().queryInt("SELECT COUNT(*) FROM DefaultsTable WHERE Field LIKE 'SetupChannel%'"), 16);
-    Statement row = t.pool.db().prepare("SELECT Value FROM DefaultsTable WHERE Field = 'SetupChannel03'");
+    WriteSetupChannelDefaults(t->pool.db(), editor().preset);
+    EXPECT_EQ(t->pool.db().queryInt("SELECT COUNT(*) FROM DefaultsTable WHERE Field LIKE 'SetupChannel%'"), 16);
+    Statement row = t->pool.db().prepare("SELECT Value FROM DefaultsTable WHERE Field = 'SetupChannel03'");
     ASSERT_TRUE(row.step());
     EXPECT_EQ(row.getText("Value"), "002:000:126:006");
     WorkingPreset fresh;
-    ApplySetupChannelDefaults(t.pool.db(), fresh);
+    ApplySetupChannelDefaults(t->pool.db(), fresh);
     EXPECT_EQ(fresh.SetupChannels, editor().preset.SetupChannels);
 }
 
@@ -84,27 +87,27 @@ TEST_F(SetupInfoTest, StringDefaultWithSubstringsAndItsRemoval) {
     p.SetupStrings.Slots[1].EnteredString = "B0 07 64";
     p.SetupStrings.Slots[1].ListItem = "B0 07 64  (ctrlch)";
     p.SetupStrings.Count = 2;
-    WriteSetupStringDefault(t.pool.db(), p);
-    Statement row = t.pool.db().prepare("SELECT Value FROM DefaultsTable WHERE Field = 'SetupString'");
+    WriteSetupStringDefault(t->pool.db(), p);
+    Statement row = t->pool.db().prepare("SELECT Value FROM DefaultsTable WHERE Field = 'SetupString'");
     ASSERT_TRUE(row.step());
     EXPECT_EQ(row.getText("Value"), "C0 05 B0 07 64: 2");
-    EXPECT_EQ(t.pool.db().queryInt("SELECT COUNT(*) FROM MessageStringRec WHERE MapType = 'D'"), 2);
+    EXPECT_EQ(t->pool.db().queryInt("SELECT COUNT(*) FROM MessageStringRec WHERE MapType = 'D'"), 2);
 
     WorkingPreset fresh;
-    ASSERT_TRUE(ApplySetupStringDefault(t.pool.db(), fresh));
+    ASSERT_TRUE(ApplySetupStringDefault(t->pool.db(), fresh));
     EXPECT_EQ(fresh.SetupString, p.SetupString);
     EXPECT_EQ(fresh.SetupStrings, p.SetupStrings);
 
     p.SetupStrings.clear();
     p.SetupString.clear();
-    WriteSetupStringDefault(t.pool.db(), p);
-    EXPECT_EQ(t.pool.db().queryInt("SELECT COUNT(*) FROM DefaultsTable WHERE Field = 'SetupString'"), 0);
-    EXPECT_EQ(t.pool.db().queryInt("SELECT COUNT(*) FROM MessageStringRec WHERE MapType = 'D'"), 0);
-    EXPECT_FALSE(ApplySetupStringDefault(t.pool.db(), fresh));
+    WriteSetupStringDefault(t->pool.db(), p);
+    EXPECT_EQ(t->pool.db().queryInt("SELECT COUNT(*) FROM DefaultsTable WHERE Field = 'SetupString'"), 0);
+    EXPECT_EQ(t->pool.db().queryInt("SELECT COUNT(*) FROM MessageStringRec WHERE MapType = 'D'"), 0);
+    EXPECT_FALSE(ApplySetupStringDefault(t->pool.db(), fresh));
 }
 
 TEST_F(SetupInfoTest, ClosingAsksOnlyForAChangedPresetAndOnlyHides) {
-    Database& db = t.pool.db();
+    Database& db = t->pool.db();
     auto rows = [&] { return db.queryInt("SELECT COUNT(*) FROM PresetRec WHERE Name = 'Mine'"); };
     editor().Visible = true;
     EXPECT_TRUE(EditorQueryClose(*t)) << "unchanged: no question";
@@ -124,13 +127,13 @@ TEST_F(SetupInfoTest, ClosingAsksOnlyForAChangedPresetAndOnlyHides) {
 
     // Bound to the memory image: stored without asking.
     editor().preset.Buttons[4].Function = 1;
-    t->flags.MemoryImageBound = true;
+    t->memImage.MemoryImageBound = true;
     t.prompter.expectMessage("About to Store", MessageAnswer::Yes);
     EXPECT_TRUE(EditorQueryClose(*t));
     EXPECT_EQ(db.queryInt("SELECT Function FROM ButtonRec WHERE \"Index\" = 4 AND PresetREF = "
                           "(SELECT ID FROM PresetRec WHERE Name = 'Mine')"),
               1);
-    t->flags.MemoryImageBound = false;
+    t->memImage.MemoryImageBound = false;
 
     // A blank name keeps the window open when the user says so.
     editor().preset.Name = "";

@@ -1,9 +1,9 @@
-#include "memimage/AllPresetsDump.h"
+#include "sysex/AllPresetsDump.h"
 
 #include <gtest/gtest.h>
 
 #include "DumpSamples.h"
-#include "midilink/DeviceMessages.h"
+#include "sysex/DeviceMessages.h"
 
 using namespace tavlo;
 using namespace tavlo::testing;

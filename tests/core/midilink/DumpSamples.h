@@ -1,8 +1,8 @@
 #pragma once
 #include <string>
 
-#include "memimage/AllPresetsDump.h"
-#include "midistrings/MSBModule.h"
+#include "sysex/AllPresetsDump.h"
+#include "base/MSBModule.h"
 
 namespace tavlo::testing {
 

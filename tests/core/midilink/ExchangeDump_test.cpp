@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "LinkFixture.h"
+#include "midilink/MidiConfig.h"
+#include "midilink/MidiLink.h"
 
 using namespace tavlo;
 using namespace tavlo::testing;
@@ -82,7 +84,7 @@ TEST_P(ExchangeTimeoutTest, GivesUpAfterTwoTicksWithTheFlowsMessage) {
     EXPECT_EQ(result.outcome, ExchangeResult::Outcome::TimedOut);
     EXPECT_TRUE(result.dump.empty());
     EXPECT_TRUE(ts.prompter.done());
-    EXPECT_TRUE(ts->flags.TimedOut);
+    EXPECT_TRUE(ts->midiLink.TimedOut);
     EXPECT_FALSE(ts.status.visible);
     EXPECT_FALSE(ts->midiLink.waitTimer.halfWay());
     // Two ticks, give or take the few yields before the timer starts.
@@ -152,7 +154,7 @@ TEST_F(ExchangeDumpTest, ManualModeSendsNothingAndNeverTimesOut) {
     EXPECT_TRUE(loop->sent.empty());
     EXPECT_EQ(ts.status.line, kManualPresetPrompt);
     EXPECT_TRUE(ts.status.cancelVisible);
-    EXPECT_FALSE(ts->flags.TimedOut);
+    EXPECT_FALSE(ts->midiLink.TimedOut);
     EXPECT_TRUE(ts.prompter.seen().empty());
 }
 

@@ -3,10 +3,11 @@
 
 #include <memory>
 
-#include "TestSession.h"
-#include "midilink/DeviceMessages.h"
+#include "TestProgram.h"
+#include "sysex/DeviceMessages.h"
 #include "midilink/LoopbackBackend.h"
-#include "shell/Session.h"
+#include "shell/Program.h"
+#include "midilink/MidiLink.h"
 
 namespace tavlo::testing {
 
@@ -46,7 +47,7 @@ protected:
         return out;
     }
 
-    TestSession ts;
+    TestProgram ts;
     std::shared_ptr<LoopbackBackend> loop;
 };
 

@@ -2,10 +2,14 @@
 
 #include <gtest/gtest.h>
 
-#include "TestSession.h"
-#include "midilink/DeviceMessages.h"
+#include "TestProgram.h"
+#include "sysex/DeviceMessages.h"
 #include "midilink/LoopbackBackend.h"
-#include "shell/Session.h"
+#include "shell/Program.h"
+#include "ui/Prompter.h"
+#include "db/PoolDatabase.h"
+#include "midilink/MidiConfig.h"
+#include "midilink/MidiLink.h"
 
 using namespace tavlo;
 using namespace tavlo::testing;
@@ -25,7 +29,7 @@ struct ConfigRow {
     std::int64_t channel = -1, model = 0, free = 0;
 };
 
-ConfigRow ReadRow(Session& session, int* rows = nullptr) {
+ConfigRow ReadRow(Program& session, int* rows = nullptr) {
     ConfigRow row;
     Statement s = session.pool.db().prepare("SELECT * FROM MIDIConfigTable");
     int n = 0;
@@ -61,7 +65,7 @@ protected:
         MIDISimOutDeviceList_Click(*ts);
     }
 
-    TestSession ts;
+    TestProgram ts;
     std::shared_ptr<LoopbackBackend> loop;
 };
 
@@ -186,7 +190,7 @@ TEST_F(MIDIFormTest, StartUpRestoresTheRowAndOpensThePorts) {
 }
 
 TEST(MIDIFormFirstRun, WithNoOtherDeviceTheVirtualPC1600IsSelectedAndFound) {
-    TestSession ts;
+    TestProgram ts;
     ts->midiLink.form.PrinterCombo.addItem("Office");
     EXPECT_TRUE(LoadMidiConfiguration(*ts));
     const auto& form = ts->midiLink.form;
@@ -207,7 +211,7 @@ TEST(MIDIFormFirstRun, WithNoOtherDeviceTheVirtualPC1600IsSelectedAndFound) {
 }
 
 TEST(MIDIFormFirstRun, ALSAsMidiThroughDoesNotCountAsADevice) {
-    TestSession ts;
+    TestProgram ts;
     ts->midiLink.setSystemBackend(std::make_shared<LoopbackBackend>(
         std::vector<std::string>{"Midi Through:Midi Through Port-0 14:0"}));
     EXPECT_TRUE(LoadMidiConfiguration(*ts));
@@ -217,7 +221,7 @@ TEST(MIDIFormFirstRun, ALSAsMidiThroughDoesNotCountAsADevice) {
 }
 
 TEST(MIDIFormFirstRun, WithOtherDevicesNothingIsSelected) {
-    TestSession ts;
+    TestProgram ts;
     ts->midiLink.setSystemBackend(std::make_shared<LoopbackBackend>(std::vector<std::string>{"USB MIDI"}));
     EXPECT_TRUE(LoadMidiConfiguration(*ts));
     EXPECT_EQ(ts->midiLink.form.MIDIOutDevicesList.listIndex(), -1);

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "FakeTime.h"
-#include "midilink/DeviceMessages.h"
+#include "sysex/DeviceMessages.h"
 
 using namespace tavlo;
 using namespace tavlo::testing;

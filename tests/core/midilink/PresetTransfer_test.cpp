@@ -6,6 +6,7 @@
 #include "LinkFixture.h"
 #include "midilink/PeekList.h"
 #include "midilink/VirtualPC1600.h"
+#include "midilink/MidiConfig.h"
 
 using namespace tavlo;
 using namespace tavlo::testing;

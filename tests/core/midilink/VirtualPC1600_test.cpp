@@ -7,9 +7,9 @@
 #include "DumpSamples.h"
 #include "FakeTime.h"
 #include "TempDir.h"
-#include "globals/AllGlobalsDump.h"
-#include "memimage/AllScenesDump.h"
-#include "midilink/DeviceMessages.h"
+#include "sysex/AllGlobalsDump.h"
+#include "sysex/AllScenesDump.h"
+#include "sysex/DeviceMessages.h"
 #include "midilink/VirtualDeviceBackend.h"
 
 using namespace tavlo;

@@ -1,4 +1,4 @@
-#include "midistrings/MSBModule.h"
+#include "base/MSBModule.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "midistrings/ParseSysexString.h"
+#include "sysex/ParseSysexString.h"
 
 #include <gtest/gtest.h>
 

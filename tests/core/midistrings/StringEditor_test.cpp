@@ -2,17 +2,20 @@
 
 #include <gtest/gtest.h>
 
-#include "TestSession.h"
+#include "TestProgram.h"
 #include "editor/EditorDefaults.h"
-#include "midistrings/StringNotation.h"
+#include "sysex/StringNotation.h"
+#include "db/PoolDatabase.h"
+#include "editor/EditorState.h"
+#include "sysex/StringWorkArea.h"
 
 namespace tavlo {
 namespace {
 
-using testing::TestSession;
+using testing::TestProgram;
 
 struct StringEditorTest : ::testing::Test {
-    TestSession t;
+    TestProgram t;
     StringEditState state;
     MessageStringSet& work() { return t->stringWork.Strings; }
     WorkingPreset& preset() { return t->editor.preset; }
@@ -203,9 +206,9 @@ TEST_F(StringEditorTest, LeavingWithUnappendedChangesAsksAndPitchBendWarnsOnce) 
 }
 
 TEST_F(StringEditorTest, DefaultsApplyWhenTheKindChanges) {
-    WriteDefault(t.pool.db(), "NoteOnNote", 48);
-    WriteDefault(t.pool.db(), "NoteOnVelocity", 100);
-    WriteDefault(t.pool.db(), "StringChannel", 9);
+    WriteDefault(t->pool.db(), "NoteOnNote", 48);
+    WriteDefault(t->pool.db(), "NoteOnVelocity", 100);
+    WriteDefault(t->pool.db(), "StringChannel", 9);
     open(StringDoor::Button1, 0);
     MessageComboClick(state, *t, 4);
     MessageComboClick(state, *t, 0);
@@ -256,7 +259,7 @@ TEST_F(StringEditorTest, SpecialTokensGoInAtTheCaret) {
 }
 
 TEST_F(StringEditorTest, SysexPrefixFromTheDeviceLibrary) {
-    Database& db = t.pool.db();
+    Database& db = t->pool.db();
     db.exec("INSERT INTO MakeTable (Make) VALUES ('Roland')");
     db.exec("INSERT INTO ModelTable (Make, Model, SysexPrefix, Own) VALUES ('Roland', 'JV-1080', 'F0 41 10 6A 12', -1)");
     db.exec("INSERT INTO ModelTable (Make, Model, SysexPrefix, Own) VALUES ('Roland', 'D-50', '', 0)");

@@ -4,13 +4,15 @@
 
 #include <algorithm>
 
-#include "TestSession.h"
+#include "TestProgram.h"
+#include "sysex/MessageString.h"
+#include "sysex/StringWorkArea.h"
 #include "midistrings/StringEditor.h"
 
 namespace tavlo {
 namespace {
 
-using testing::TestSession;
+using testing::TestProgram;
 
 std::string bytes(std::initializer_list<int> values) {
     std::string out;
@@ -19,7 +21,7 @@ std::string bytes(std::initializer_list<int> values) {
 }
 
 TEST(StringLearn, KeepsWhatFitsAndSkipsTheRest) {
-    TestSession t;
+    TestProgram t;
     StringEditState state;
     OpenStringEditor(state, *t, StringDoor::Button1, 0);
     LearnPass pass = BeginLearnPass(*t);
@@ -53,7 +55,7 @@ TEST(StringLearn, KeepsWhatFitsAndSkipsTheRest) {
 }
 
 TEST(StringLearn, StopsAtFiftyOneMessages) {
-    TestSession t;
+    TestProgram t;
     LearnPass pass = BeginLearnPass(*t);
     pass.available = 200;
     int kept = 0;
@@ -62,7 +64,7 @@ TEST(StringLearn, StopsAtFiftyOneMessages) {
 }
 
 TEST(StringLearn, AvailableBytesCountWhatTheStringHolds) {
-    TestSession t;
+    TestProgram t;
     StringEditState state;
     OpenStringEditor(state, *t, StringDoor::Setup, 0);
     MessageComboClick(state, *t, 0);
@@ -86,7 +88,7 @@ struct QueuedMessages : LearnMessages {
 };
 
 TEST(StringLearn, APassRunsUntilTheUserEndsIt) {
-    TestSession t;
+    TestProgram t;
     StringEditState state;
     OpenStringEditor(state, *t, StringDoor::Button2, 1);
     QueuedMessages port;
@@ -112,12 +114,14 @@ TEST(StringLearn, APassRunsUntilTheUserEndsIt) {
 }  // namespace tavlo
 
 #include "midilink/LoopbackBackend.h"
+#include "sysex/StringWorkArea.h"
+#include "midilink/MidiLink.h"
 
 namespace tavlo {
 namespace {
 
 TEST(StringLearn, ThePassListensOnTheLearnPort) {
-    testing::TestSession t;
+    testing::TestProgram t;
     auto loopback = std::make_shared<LoopbackBackend>(std::vector<std::string>{"Keys"});
     t->midiLink.setSystemBackend(loopback);
     InputPort& learn = t->midiLink.MIDILearnIn;

@@ -1,4 +1,4 @@
-#include "midistrings/StringNotation.h"
+#include "sysex/StringNotation.h"
 
 #include <gtest/gtest.h>
 

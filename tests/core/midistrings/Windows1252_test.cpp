@@ -1,4 +1,4 @@
-#include "midistrings/Windows1252.h"
+#include "base/Windows1252.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "pool/PoolDatabase.h"
+#include "db/PoolDatabase.h"
 
 #include <gtest/gtest.h>
 
@@ -6,8 +6,8 @@
 #include <fstream>
 
 #include "TempDir.h"
-#include "pool/ControllerNames.h"
-#include "pool/Database.h"
+#include "db/ControllerNames.h"
+#include "db/Database.h"
 #include "preset/WorkingPreset.h"
 
 using namespace tavlo;

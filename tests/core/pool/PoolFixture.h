@@ -3,13 +3,16 @@
 
 #include <string>
 
-#include "TestSession.h"
+#include "TestProgram.h"
 #include "editor/InitPreset.h"
-#include "pool/Database.h"
+#include "db/Database.h"
 #include "pool/MemImageOrPoolChoiceForm.h"
 #include "pool/PresetLoad.h"
 #include "pool/PresetStore.h"
-#include "shell/Session.h"
+#include "shell/Program.h"
+#include "ui/Prompter.h"
+#include "db/PoolDatabase.h"
+#include "editor/EditorState.h"
 
 namespace tavlo::testing {
 
@@ -17,8 +20,8 @@ namespace tavlo::testing {
 // the editor does.
 class PoolFixture : public ::testing::Test {
 protected:
-    TestSession t;
-    Session& s = *t;
+    TestProgram t;
+    Program& s = *t;
     ScriptedPrompter& prompter = t.prompter;
     Database& db() { return s.pool.db(); }
 
@@ -41,7 +44,7 @@ protected:
 
     // A fresh editor preset with a name and `scenes` scenes.
     void newPreset(const std::string& name, int scenes = 0) {
-        InitPresetWithoutQuestions(s);
+        InitializePreset(s);
         s.editor.preset.Name = name;
         for (int i = 0; i < scenes; ++i) {
             SceneDef& scene = s.editor.preset.Scenes[i];

@@ -1,9 +1,15 @@
 // The pool window's list, details and operations: delete with its cascade,
 // duplicate, rename and edit.
 #include "PoolFixture.h"
+#include "base/MSBModule.h"
+#include "pool/EditorStoreQuestions.h"
 #include "memimage/MemImageState.h"
 #include "pool/PoolList.h"
 #include "pool/PoolOperations.h"
+#include "db/PoolDatabase.h"
+#include "editor/EditorState.h"
+#include "pool/PoolFormState.h"
+#include "pool/PoolFlags.h"
 
 namespace tavlo::testing {
 namespace {
@@ -224,23 +230,23 @@ TEST_F(Pool, DuplicateCopiesEveryCompanionRow) {
 
 TEST_F(Pool, EditLoadsUnboundUnlessBusy) {
     const std::int64_t id = storeNew("Editable", 1);
-    InitPresetWithoutQuestions(s);
+    InitializePreset(s);
     selectName("Editable");
-    s.flags.TransferBusy = true;
+    s.poolFlags.TransferBusy = true;
     prompter.expectMessage("Cannot Edit Preset",
                            "The PC1600(x) Edit Window is busy with another operation.  Please try again later.",
                            MessageAnswer::OK);
     EditButton(s);
     EXPECT_EQ(s.editor.preset.Name, "");
-    s.flags.TransferBusy = false;
-    s.flags.MemoryImageBound = true;
+    s.poolFlags.TransferBusy = false;
+    s.memImage.MemoryImageBound = true;
     EditButton(s);
-    EXPECT_FALSE(s.flags.MemoryImageBound);
+    EXPECT_FALSE(s.memImage.MemoryImageBound);
     EXPECT_EQ(s.editor.preset.ID, id);
     EXPECT_EQ(s.editor.Caption, "Edit Preset from Pool");
     EXPECT_TRUE(s.editor.Visible);
 
-    InitPresetWithoutQuestions(s);
+    InitializePreset(s);
     selectName("--Initialized--");
     EditButton(s);
     EXPECT_EQ(s.editor.preset.ID, 0) << "the system preset isn't edited";

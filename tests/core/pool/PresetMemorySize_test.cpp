@@ -1,6 +1,8 @@
 // The cost of a preset in the device's memory, row by row of the cost table.
 #include "PoolFixture.h"
-#include "memimage/PresetMemorySize.h"
+#include "pool/PresetMemorySize.h"
+#include "db/PoolDatabase.h"
+#include "editor/EditorState.h"
 
 namespace tavlo::testing {
 namespace {

@@ -1,8 +1,15 @@
 // Store and load of the editor's preset: every field there and back, and the
 // refusals and questions of a store outside a download.
 #include "PoolFixture.h"
+#include "base/MSBModule.h"
+#include "pool/EditorStoreQuestions.h"
 #include "preset/PristinePreset.h"
-#include "midistrings/MSBModule.h"
+#include "base/MSBModule.h"
+#include "editor/EditorState.h"
+#include "midilink/MidiConfig.h"
+#include "memimage/MemImageState.h"
+#include "pool/PoolFormState.h"
+#include "pool/PoolFlags.h"
 
 namespace tavlo::testing {
 namespace {
@@ -90,7 +97,7 @@ TEST_F(Store, EveryFieldSurvivesStoreAndLoad) {
     const std::int64_t id = s.editor.preset.ID;
     ASSERT_GT(id, 0);
 
-    InitPresetWithoutQuestions(s);
+    InitializePreset(s);
     ASSERT_TRUE(LoadPC1600xFormFromPool(s, id));
     WorkingPreset expected = before;
     expected.ID = static_cast<std::int32_t>(id);
@@ -163,7 +170,7 @@ TEST_F(Store, InitializedPresetIsRefusedAndSkippedInADownload) {
         MessageAnswer::OK);
     newPreset("--Initialized--");
     StoreInPoolButton(s);
-    s.flags.DownloadInProgress = true;
+    s.poolFlags.DownloadInProgress = true;
     StoreInPoolButton(s);
     EXPECT_EQ(prompter.seen().size(), 1u);
     EXPECT_EQ(count("SELECT COUNT(*) FROM FaderRec"), before);
@@ -202,7 +209,7 @@ TEST_F(Store, BlankNameOutsideADownload) {
                            MessageAnswer::OK);
     StoreInPoolButton(s);
     EXPECT_TRUE(s.editor.CancelClose);
-    EXPECT_TRUE(s.flags.StoreAborted);
+    EXPECT_TRUE(s.poolFlags.StoreAborted);
     EXPECT_TRUE(s.editor.FocusPresetNameText);
 
     for (MessageAnswer answer : {MessageAnswer::OK, MessageAnswer::Cancel}) {
@@ -220,7 +227,7 @@ TEST_F(Store, BlankNameOutsideADownload) {
 
 TEST_F(Store, BlankNameInADownloadIsAskedUntilAcceptable) {
     storeNew("Taken");
-    s.flags.DownloadInProgress = true;
+    s.poolFlags.DownloadInProgress = true;
     newPreset("");
     prompter.expectInput("Enter New Preset Name", std::string("   "))
         .expectInput("Enter New Preset Name", std::string("--Mine"))
@@ -241,13 +248,13 @@ TEST_F(Store, BlankNameInADownloadIsAskedUntilAcceptable) {
 }
 
 TEST_F(Store, TwoBlankNamesWithDuplicatesAcceptedGiveOneRow) {
-    s.flags.DownloadInProgress = true;
-    s.flags.DuplicateNamesAccepted = true;
+    s.poolFlags.DownloadInProgress = true;
+    s.poolFlags.DuplicateNamesAccepted = true;
     newPreset("");
     s.editor.preset.Faders[0].Name = "first";
     prompter.expectInput("Enter New Preset Name", std::string("Blank One"));
     StoreInPoolButton(s);
-    EXPECT_TRUE(s.flags.ChoiceForAll);
+    EXPECT_TRUE(s.poolFlags.ChoiceForAll);
     newPreset("");
     s.editor.preset.Faders[0].Name = "second";
     StoreInPoolButton(s);
@@ -332,23 +339,23 @@ TEST_F(Store, SetupSceneRules) {
         combo.setListIndex(c.comboLine == "<none>" ? 0 : 1);
         s.editor.preset.SetupScene = c.comboLine == "Scene 1  - from Other" ? "Scene 1" : "Scene 2";
         s.editor.preset.SetupScenePreset = static_cast<std::int32_t>(other);
-        s.flags.MemoryImageBound = c.bound;
-        s.flags.BulkImportActive = c.bulk;
+        s.memImage.MemoryImageBound = c.bound;
+        s.poolFlags.BulkImportActive = c.bulk;
         StoreInPoolButton(s);
         const std::int64_t id = s.editor.preset.ID;
         EXPECT_EQ(textOf("SELECT SetupScene FROM PresetRec WHERE ID = :ID", id), c.expectScene);
         // A new preset's own ID is the one the editor held before the store: 0.
         EXPECT_EQ(intOf("SELECT SetupScenePreset FROM PresetRec WHERE ID = :ID", id),
                   c.expectPreset == 0 ? 0 : c.expectPreset);
-        s.flags.MemoryImageBound = false;
-        s.flags.BulkImportActive = false;
+        s.memImage.MemoryImageBound = false;
+        s.poolFlags.BulkImportActive = false;
     }
 }
 
 TEST_F(Store, BoundToTheMemoryImageTheSlotLineFollows) {
     for (int slot = 0; slot < 50; ++slot) s.memImage.PresetList.addItem("x", 1);
-    s.flags.MemoryImageBound = true;
-    s.flags.MemoryImageSlot = 7;
+    s.memImage.MemoryImageBound = true;
+    s.memImage.MemoryImageSlot = 7;
     const std::int64_t id = storeNew("Slotted");
     EXPECT_EQ(s.memImage.PresetList.list(7), "07:  Slotted");
     EXPECT_EQ(s.memImage.PresetList.itemData(7), id);
@@ -371,22 +378,22 @@ TEST_F(Store, WhatFollowsAStore) {
     for (const Case& c : cases) {
         SCOPED_TRACE(c.what);
         std::string calls;
-        s.storeFollowUps.MemImageFormOpen = [&] { return c.imageOpen; };
-        s.storeFollowUps.RescanDependencies = [&] { calls += "R"; };
-        s.storeFollowUps.FillSceneList = [&] { calls += "F"; };
-        s.storeFollowUps.CalculateMemoryImageSize = [&] {
+        s.memImage.followUps.MemImageFormOpen = [&] { return c.imageOpen; };
+        s.memImage.followUps.RescanDependencies = [&] { calls += "R"; };
+        s.memImage.followUps.FillSceneList = [&] { calls += "F"; };
+        s.memImage.followUps.CalculateMemoryImageSize = [&] {
             calls += "C";
             return 1234L;
         };
         s.poolForm.PoolList.clear();
-        s.FreeMemLabel.clear();
-        s.flags.ImageLoadRunning = c.imageLoad;
+        s.memImage.FreeMemLabel.clear();
+        s.memImage.ImageLoadRunning = c.imageLoad;
         s.editor.ImportingPresetText = c.importingText;
         newPreset("Follow " + std::to_string(n++), 2);
         StoreInPoolButton(s);
         const bool reloaded = s.poolForm.PoolList.listCount() > 0;
         EXPECT_EQ(calls + (reloaded ? "P" : ""), c.expected);
-        EXPECT_EQ(s.FreeMemLabel, c.expected.find('C') != std::string::npos ? "Free Memory: 1234" : "");
+        EXPECT_EQ(s.memImage.FreeMemLabel, c.expected.find('C') != std::string::npos ? "Free Memory: 1234" : "");
         // A preset text file brings its scenes later: none are written now.
         EXPECT_EQ(intOf("SELECT COUNT(*) FROM SceneRec WHERE PresetREF = :ID", s.editor.preset.ID),
                   c.importingText ? 0 : 2);
@@ -397,7 +404,7 @@ TEST_F(Store, LoadOfAMissingRowWritesNothing) {
     const std::int64_t presets = count("SELECT COUNT(*) FROM PresetRec");
     prompter.expectMessage("Database Error", "There has been a Database Error", MessageAnswer::OK);
     EXPECT_FALSE(LoadPC1600xFormFromPool(s, 4242));
-    EXPECT_TRUE(s.flags.FatalDatabaseError);
+    EXPECT_TRUE(s.poolFlags.FatalDatabaseError);
     EXPECT_EQ(count("SELECT COUNT(*) FROM PresetRec"), presets);
 }
 
@@ -442,7 +449,7 @@ TEST_F(Store, InitializationTakesTheDefaultsTable) {
     db().exec("INSERT INTO MessageStringRec (MapType, MapREF, \"Index\", CommandType, EnteredString) "
               "VALUES ('D', 0, 0, 4, 'C0 05')");
     s.editor.preset.Name = "left over";
-    InitPresetWithoutQuestions(s);
+    InitializePreset(s);
     const WorkingPreset& p = s.editor.preset;
     EXPECT_EQ(p.Name, "");
     EXPECT_EQ(p.SetupChannels[2], (SetupChannelDef{5, 1, 10, 100}));
@@ -457,7 +464,7 @@ TEST_F(Store, InitializationTakesTheDefaultsTable) {
 TEST_F(Store, InitPresetButtonOffersToStoreEdits) {
     storeNew("Edited");
     s.editor.preset.Faders[2].Function = 1;
-    s.flags.ProgramInit = true;
+    s.editor.ProgramInit = true;
     prompter.expectMessage("Store Preset in Pool?", "Do you want to store this Preset in the Preset Pool?",
                            MessageAnswer::Cancel);
     EXPECT_FALSE(InitPresetButton(s));

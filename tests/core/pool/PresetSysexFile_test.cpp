@@ -6,6 +6,14 @@
 #include "pool/PoolList.h"
 #include "pool/PresetSysexFile.h"
 #include "preset/PresetEncoder.h"
+#include "editor/EditorState.h"
+#include "midilink/MidiConfig.h"
+#include "memimage/MemImageState.h"
+#include "pool/PoolFormState.h"
+#include "editor/EditorDumps.h"
+#include "editor/EditorState.h"
+#include "editor/ImageSlots.h"
+#include "midilink/MidiConfig.h"
 
 namespace tavlo::testing {
 namespace {
@@ -40,7 +48,7 @@ TEST_F(SaveSysex, WritesTheDumpTheEditorMakes) {
     EXPECT_EQ(bytes.substr(0, 5), std::string("\xF0\x00\x00\x1B\x0B", 5));
     EXPECT_EQ(bytes.back(), '\xF7');
     EXPECT_EQ(s.editor.preset.ID, saved) << "the preset went through the editor";
-    EXPECT_EQ(bytes, Form2PresetSysex(s.editor, s.memImage, s.midi));
+    EXPECT_EQ(bytes, EditorPresetSysex(s.editor, s.memImage.SceneList, s.midi));
 }
 
 TEST_F(SaveSysex, EditsInTheEditorAreOfferedForStoringFirst) {

@@ -6,6 +6,9 @@
 #include "pool/PoolList.h"
 #include "pool/PresetSysexFile.h"
 #include "pool/PresetSysexImport.h"
+#include "editor/EditorState.h"
+#include "pool/PoolFormState.h"
+#include "pool/PoolFlags.h"
 
 namespace tavlo::testing {
 namespace {
@@ -44,12 +47,12 @@ TEST_F(ImportSysex, AFileComesBackAsItWasStored) {
     const std::string path = exported("Exported");
     const WorkingPreset before = s.editor.preset;
     db().exec("UPDATE PresetRec SET Name = 'Moved Aside' WHERE Name = 'Exported'");
-    InitPresetWithoutQuestions(s);
+    InitializePreset(s);
     EXPECT_TRUE(ImportPresetSysexFile(s, path));
     EXPECT_TRUE(prompter.seen().empty()) << "a new name asks nothing";
     const std::int64_t id = idOf("Exported");
     ASSERT_GT(id, 0);
-    EXPECT_FALSE(s.flags.DownloadInProgress);
+    EXPECT_FALSE(s.poolFlags.DownloadInProgress);
     ASSERT_TRUE(LoadPC1600xFormFromPool(s, id));
     const WorkingPreset& after = s.editor.preset;
     EXPECT_EQ(after.Faders[0].Name, "Volume");

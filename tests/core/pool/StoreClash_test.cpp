@@ -2,6 +2,15 @@
 // and for all, and the questions about scenes that other presets use.
 #include "PoolFixture.h"
 #include "pool/MemImageOrPoolChoiceForm.h"
+#include "db/PoolDatabase.h"
+#include "editor/EditorState.h"
+#include "pool/PoolFlags.h"
+#include "memimage/MemImageState.h"
+#include "pool/PoolContext.h"
+#include "pool/PoolFormState.h"
+#include "pool/PresetStore.h"
+#include "editor/InitPreset.h"
+#include "midilink/MidiConfig.h"
 
 namespace tavlo::testing {
 namespace {
@@ -11,7 +20,7 @@ protected:
     std::int64_t poolId = 0;
     void SetUp() override {
         poolId = storeNew("Clash", 2);
-        s.flags.DownloadInProgress = true;
+        s.poolFlags.DownloadInProgress = true;
         newPreset("Clash", 1);
         s.editor.preset.Faders[0].Name = "downloaded";
     }
@@ -51,8 +60,8 @@ TEST_P(EachChoice, Alone) {
     answerClash(c.button, c.newName);
     StoreInPoolButton(s);
     EXPECT_TRUE(prompter.done());
-    EXPECT_EQ(s.flags.ChoiceResult, c.result);
-    EXPECT_FALSE(s.flags.ChoiceForAll);
+    EXPECT_EQ(s.poolFlags.ChoiceResult, c.result);
+    EXPECT_FALSE(s.poolFlags.ChoiceForAll);
     EXPECT_EQ(textOf("SELECT Name FROM PresetRec WHERE ID = :ID", poolId), c.oldRowAs);
     if (c.downloadedAs.empty()) {
         EXPECT_TRUE(s.editor.PresetKeptInPool);
@@ -74,7 +83,7 @@ INSTANTIATE_TEST_SUITE_P(Clash, EachChoice,
 
 TEST_F(Clash, RenameNeedsAFreshName) {
     storeNew("Taken");
-    s.flags.DownloadInProgress = true;
+    s.poolFlags.DownloadInProgress = true;
     newPreset("Clash");
     press(ClashButton::RenamePool, "  ");
     prompter.expectMessage("Please Enter New Name", "You must enter a new Name in the Textbox to the right first.",
@@ -86,7 +95,7 @@ TEST_F(Clash, RenameNeedsAFreshName) {
     press(ClashButton::RenameSysex, "Clash Two");
     StoreInPoolButton(s);
     EXPECT_TRUE(prompter.done());
-    EXPECT_EQ(s.flags.ChoiceResult, 3);
+    EXPECT_EQ(s.poolFlags.ChoiceResult, 3);
     EXPECT_GT(idOf("Clash Two"), 0);
     EXPECT_EQ(idOf("Clash"), poolId);
 }
@@ -100,8 +109,8 @@ TEST_F(Clash, KeepAllAsksOnceThenHoldsForTheRest) {
                            "your PC1600(x) with the same Name will be ignored)?",
                            MessageAnswer::Yes);
     StoreInPoolButton(s);
-    EXPECT_TRUE(s.flags.ChoiceForAll);
-    EXPECT_EQ(s.flags.ChoiceResult, 0);
+    EXPECT_TRUE(s.poolFlags.ChoiceForAll);
+    EXPECT_EQ(s.poolFlags.ChoiceResult, 0);
     EXPECT_TRUE(s.editor.PresetKeptInPool);
 
     newPreset("Clash");
@@ -123,8 +132,8 @@ TEST_F(Clash, UseAllDownloadedAsksTwice) {
         .expectMessage("About to Overwrite Preset in Pool", MessageAnswer::Yes);
     StoreInPoolButton(s);
     EXPECT_TRUE(prompter.done());
-    EXPECT_TRUE(s.flags.ChoiceForAll);
-    EXPECT_EQ(s.flags.ChoiceResult, 1);
+    EXPECT_TRUE(s.poolFlags.ChoiceForAll);
+    EXPECT_EQ(s.poolFlags.ChoiceResult, 1);
     EXPECT_EQ(faderName(poolId), "downloaded");
     const std::string note = prompter.seen()[5].text;
     EXPECT_EQ(note.rfind("NOTE that if the Preset in the Pool that you're overwriting contains Scenes which are "
@@ -135,7 +144,7 @@ TEST_F(Clash, UseAllDownloadedAsksTwice) {
 }
 
 TEST_F(Clash, ClosedByItsFrameActsOnTheChoiceAsItStands) {
-    s.flags.ChoiceResult = 0;
+    s.poolFlags.ChoiceResult = 0;
     prompter.expectChoice("MemImageOrPoolChoiceForm", [](const ChoiceRequest&) { return ChoiceAnswer{}; });
     StoreInPoolButton(s);
     EXPECT_TRUE(s.editor.PresetKeptInPool);
@@ -156,7 +165,7 @@ protected:
         StoreInPoolButton(s);
         setupUser = s.editor.preset.ID;
 
-        s.flags.DownloadInProgress = true;
+        s.poolFlags.DownloadInProgress = true;
         newPreset("Target", 1);
         s.editor.preset.Scenes[0].Name = "Downloaded scene";
         answerClash(ClashButton::UseDownloaded);
@@ -210,31 +219,32 @@ TEST_F(SceneReferences, AnUnansweredQuestionChangesNothing) {
             return ScriptedPrompter::message(title, text, buttons);
         }
     };
-    TestSession fresh;
+    TestProgram fresh;
     Refusing refusing;
-    Session other(fresh.pool, refusing, fresh.status, fresh.pump, fresh.clock);
-    InitPresetWithoutQuestions(other);
+    const PoolContext other{fresh->pool,     refusing,          fresh->editor,   fresh->midi,
+                           fresh->memImage, fresh->poolForm, fresh->poolFlags};
+    InitializePreset(other);
     other.editor.preset.Name = "T";
     other.editor.preset.SceneCount = 1;
     other.editor.preset.Scenes[0].Name = "S";
     StoreInPoolButton(other);
     const std::int64_t t = other.editor.preset.ID;
-    fresh.pool.db().prepare("UPDATE ButtonRec SET Function = 9, Scene = 'S', ScenePreset = :T WHERE ID = "
+    fresh->pool.db().prepare("UPDATE ButtonRec SET Function = 9, Scene = 'S', ScenePreset = :T WHERE ID = "
                             "(SELECT MIN(ID) FROM ButtonRec WHERE PresetREF = :T)")
         .bind(":T", t)
         .run();
     other.flags.DownloadInProgress = true;
     other.flags.ChoiceForAll = true;
     other.flags.ChoiceResult = 1;
-    InitPresetWithoutQuestions(other);
+    InitializePreset(other);
     other.editor.preset.Name = "T";
     other.editor.preset.Faders[0].Name = "changed";
     EXPECT_THROW(StoreInPoolButton(other), std::runtime_error);
-    Statement q = fresh.pool.db().prepare("SELECT COUNT(*) FROM SceneRec WHERE PresetREF = :T");
+    Statement q = fresh->pool.db().prepare("SELECT COUNT(*) FROM SceneRec WHERE PresetREF = :T");
     q.bind(":T", t);
     ASSERT_TRUE(q.step());
     EXPECT_EQ(q.getInt(0), 1);
-    EXPECT_EQ(fresh.pool.db().queryInt("SELECT COUNT(*) FROM FaderRec WHERE Name = 'changed'"), 0);
+    EXPECT_EQ(fresh->pool.db().queryInt("SELECT COUNT(*) FROM FaderRec WHERE Name = 'changed'"), 0);
 }
 
 }  // namespace

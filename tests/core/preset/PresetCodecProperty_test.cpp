@@ -6,11 +6,15 @@
 #include <random>
 
 #include "ScriptedPrompter.h"
-#include "midistrings/MSBModule.h"
-#include "midistrings/StringNotation.h"
+#include "base/MSBModule.h"
+#include "sysex/StringNotation.h"
 #include "preset/PresetDecoder.h"
 #include "preset/PresetDump.h"
 #include "preset/PresetEncoder.h"
+#include "editor/EditorDumps.h"
+#include "editor/EditorState.h"
+#include "editor/ImageSlots.h"
+#include "midilink/MidiConfig.h"
 
 namespace tavlo {
 // Readable failures: the substrings that differ.
@@ -136,7 +140,7 @@ public:
     }
 
     // A preset as the editor could hold it, with the scene lists set up.
-    void preset(EditorState& editor, const MemImageState& memImage) {
+    void preset(EditorState& editor, const ImageSlots& memImage) {
         WorkingPreset& p = editor.preset;
         p.Name = name(16);
         for (std::size_t i = 0; i < kFaderCount; ++i) {
@@ -199,7 +203,7 @@ public:
         if (chance(50)) string(StringContext::Setup, p.SetupStrings, p.SetupString);
         if (chance(5)) p.Name = kInitializedName;
 
-        FillDumpSceneLists(editor, memImage.SceneList);
+        FillDumpSceneLists(editor.BSceneCombo, editor.SelectPresetSceneCombo, memImage.SceneList);
         editor.SelectPresetSceneCombo.setListIndex(0);
         if (!pc1600_ && chance(40)) {
             const int scene = pick(0, kNamedScenes - 1);
@@ -254,8 +258,8 @@ void resolveSceneReferences(WorkingPreset& p) {
     if (p.SetupScenePreset < -2) p.SetupScenePreset = -p.SetupScenePreset - 3;
 }
 
-MemImageState sceneImage() {
-    MemImageState image;
+ImageSlots sceneImage() {
+    ImageSlots image;
     for (int s = 0; s < kNamedScenes; ++s)
         image.SceneList.setLine(s, TwoDigits(s) + ":  Scene " + std::to_string(s % 5) + "  [p:" + TwoDigits(s / 5) + "]",
                                 1000 + s / 5);
@@ -268,7 +272,7 @@ TEST_P(CodecRoundTrip, EncodeDecodeEncodeKeepsBytesAndFields) {
     const bool pc1600Model = GetParam();
     MidiConfig midi;
     midi.PC1600Model = pc1600Model;
-    const MemImageState image = sceneImage();
+    const ImageSlots image = sceneImage();
     tavlo::testing::ScriptedPrompter prompter;
     Generator generate(pc1600Model ? 1600u : 16001u, pc1600Model);
 
@@ -276,10 +280,10 @@ TEST_P(CodecRoundTrip, EncodeDecodeEncodeKeepsBytesAndFields) {
         midi.DeviceId = generate.pick(0, 15);
         EditorState source;
         generate.preset(source, image);
-        const std::string first = Form2PresetSysex(source, image, midi);
+        const std::string first = EditorPresetSysex(source, image.SceneList, midi);
 
         EditorState decoded;
-        const DecodeResult result = PresetSysex2Form(first, decoded, image, midi, prompter);
+        const DecodeResult result = PresetSysex2Form(first, decoded, image.SceneList, midi.PC1600Model, prompter);
         ASSERT_TRUE(result.ok) << round << ": " << result.reason;
         resolveSceneReferences(decoded.preset);
 
@@ -305,7 +309,7 @@ TEST_P(CodecRoundTrip, EncodeDecodeEncodeKeepsBytesAndFields) {
         // An absent setup leaves the scene list without a selection, which
         // the encoder would read as a scene; a load from the pool selects "<none>".
         if (decoded.SelectPresetSceneCombo.listIndex() < 0) decoded.SelectPresetSceneCombo.setListIndex(0);
-        ASSERT_EQ(Form2PresetSysex(decoded, image, midi), first) << round;
+        ASSERT_EQ(EditorPresetSysex(decoded, image.SceneList, midi), first) << round;
     }
     EXPECT_TRUE(prompter.seen().empty());
 }

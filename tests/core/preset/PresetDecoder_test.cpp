@@ -3,9 +3,13 @@
 #include <gtest/gtest.h>
 
 #include "ScriptedPrompter.h"
-#include "midistrings/MSBModule.h"
+#include "base/MSBModule.h"
 #include "preset/PresetDump.h"
 #include "preset/PresetEncoder.h"
+#include "editor/EditorDumps.h"
+#include "editor/EditorState.h"
+#include "editor/ImageSlots.h"
+#include "midilink/MidiConfig.h"
 
 using namespace tavlo;
 using tavlo::testing::ScriptedPrompter;
@@ -48,7 +52,7 @@ std::string body(std::initializer_list<std::pair<int, std::string>> replaced) {
 
 struct Decoding {
     EditorState editor;
-    MemImageState memImage;
+    ImageSlots memImage;
     MidiConfig midi;
     ScriptedPrompter prompter;
 
@@ -57,7 +61,7 @@ struct Decoding {
         memImage.SceneList.setLine(4, "04:  Verse  [p:02]", 41);
     }
     DecodeResult decode(const std::string& dump) {
-        return PresetSysex2Form(dump, editor, memImage, midi, prompter);
+        return PresetSysex2Form(dump, editor, memImage.SceneList, midi.PC1600Model, prompter);
     }
 };
 
@@ -76,7 +80,7 @@ TEST(PresetSysex2Form, CaptionsCarryTagsAndDoubledAmpersands) {
     p.Buttons[1].Function = 4;
     p.Buttons[2].Function = 6, p.Buttons[2].Name = "PrRl";
     p.Buttons[3].Function = 9, p.Buttons[3].Name = "Sc", p.Buttons[3].Scene = "Verse", p.Buttons[3].ScenePreset = 41;
-    ASSERT_TRUE(d.decode(Form2PresetSysex(source, d.memImage, d.midi)).ok);
+    ASSERT_TRUE(d.decode(EditorPresetSysex(source, d.memImage.SceneList, d.midi)).ok);
     EXPECT_EQ(d.editor.preset.Buttons[3].ScenePreset, -41 - 3);  // a temporary reference until the owner is stored
     const std::pair<std::string, std::string> captions[] = {
         {d.editor.FaderLabel[0], "Vol (cc)"},     {d.editor.FaderLabel[1], "Master (mf)"},

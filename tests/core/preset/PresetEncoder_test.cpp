@@ -6,6 +6,10 @@
 #include <vector>
 
 #include "preset/PresetDump.h"
+#include "editor/EditorDumps.h"
+#include "editor/EditorState.h"
+#include "editor/ImageSlots.h"
+#include "midilink/MidiConfig.h"
 
 using namespace tavlo;
 
@@ -43,7 +47,7 @@ constexpr std::size_t kSetup = 35;
 
 struct Fixture {
     EditorState editor;
-    MemImageState memImage;
+    ImageSlots memImage;
     MidiConfig midi;
 
     Fixture() {
@@ -51,7 +55,7 @@ struct Fixture {
         editor.SelectPresetSceneCombo.addItem(kNoScene, -1);
         editor.SelectPresetSceneCombo.setListIndex(0);
     }
-    std::string dump() const { return Form2PresetSysex(editor, memImage, midi); }
+    std::string dump() const { return EditorPresetSysex(editor, memImage.SceneList, midi); }
     std::string record(std::size_t index) const { return records(dump()).at(index); }
 };
 

@@ -1,5 +1,7 @@
 #include "preset/PristinePreset.h"
 
+#include "editor/EditorState.h"
+
 #include <gtest/gtest.h>
 
 #include <functional>

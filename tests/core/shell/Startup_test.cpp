@@ -2,9 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include "TestSession.h"
+#include "TestProgram.h"
 #include "shell/QuitMenu.h"
 #include "shell/WindowStates.h"
+#include "db/PoolDatabase.h"
+#include "editor/EditorState.h"
+#include "memimage/MemImageState.h"
 
 using namespace tavlo;
 using namespace tavlo::testing;
@@ -12,9 +15,9 @@ using namespace tavlo::testing;
 namespace {
 
 TEST(Startup, ScenesOnTheInitializedPresetAreRemovedAndOthersKept) {
-    TestSession t;
-    Database& db = t.pool.db();
-    const auto initialized = t.pool.InitializedPresetID();
+    TestProgram t;
+    Database& db = t->pool.db();
+    const auto initialized = t->pool.InitializedPresetID();
     db.exec("INSERT INTO PresetRec (Name, CreatedDate, UpdatedDate, SetupChannelMap) VALUES ('Mine', 'd', 'd', X'')");
     const auto mine = db.lastInsertId();
     for (auto owner : {initialized, initialized, mine}) {
@@ -50,15 +53,15 @@ TEST(Startup, DamagedPoolShowsTheCriticalErrorAndRefuses) {
 }
 
 TEST(WindowStates, QuitWritesEveryRowInOrderAndClosesThePool) {
-    TestSession t;
-    const std::string path = t.pool.path();
+    TestProgram t;
+    const std::string path = t->pool.path();
     std::vector<WindowStateRow> rows;
     int n = 0;
     for (const auto& name : WindowStateNames()) rows.push_back({name, n * 10, n * 20, n % 3, n % 2 == 0, n - 1, "L" + std::to_string(n)}), ++n;
-    t.pool.db().exec("INSERT INTO WindowStates (Window) VALUES ('stale')");
+    t->pool.db().exec("INSERT INTO WindowStates (Window) VALUES ('stale')");
 
     EXPECT_TRUE(QuitMenu(*t, rows));
-    EXPECT_FALSE(t.pool.isOpen());
+    EXPECT_FALSE(t->pool.isOpen());
 
     PoolDatabase reopened;
     ASSERT_TRUE(reopened.open(path).ok());

@@ -1,4 +1,4 @@
-#include "shell/SysexFileContents.h"
+#include "sysex/SysexFileContents.h"
 
 #include <gtest/gtest.h>
 

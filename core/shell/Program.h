@@ -1,0 +1,59 @@
+#pragma once
+#include <memory>
+#include "midilink/LinkContext.h"
+#include "editor/EditorContext.h"
+#include "midistrings/StringsContext.h"
+#include "pool/PoolContext.h"
+
+namespace tavlo {
+
+class Clock;
+class MidiLink;
+class PoolDatabase;
+class Prompter;
+class Pump;
+class StatusView;
+struct EditorState;
+struct MemImageState;
+struct MidiConfig;
+struct PoolFlags;
+struct PoolFormState;
+struct StringWorkArea;
+
+// Everything that lives as long as a run of Tavlo: the pool connection, the
+// MIDI link and the state of every subsystem. The windows, tavlo-cli and the
+// tests all build one. A flow is handed only the part it works with: the
+// conversions below give each subsystem its own narrow set of references.
+class Program {
+public:
+    Program(Prompter& prompter, StatusView& status, Pump& pump, Clock& clock);
+    ~Program();
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
+
+    Prompter& prompter;
+    StatusView& status;
+    Pump& pump;
+    Clock& clock;
+
+private:
+    struct Parts;
+    std::unique_ptr<Parts> parts_;
+
+public:
+    PoolDatabase& pool;
+    MidiConfig& midi;
+    MidiLink& midiLink;
+    EditorState& editor;
+    MemImageState& memImage;
+    StringWorkArea& stringWork;
+    PoolFormState& poolForm;
+    PoolFlags& poolFlags;
+
+    operator LinkContext() const;
+    operator EditorContext() const;
+    operator StringsContext() const;
+    operator PoolContext() const;
+};
+
+}  // namespace tavlo
