@@ -9,7 +9,7 @@
 
 #include "FormDriver.h"
 #include "TestProgram.h"
-#include "midilink/LoopbackBackend.h"
+#include "LoopbackBackend.h"
 #include "midilink/MIDIForm.h"
 #include "midilink/MIDIFormOperations.h"
 #include "midilink/VirtualPC1600.h"

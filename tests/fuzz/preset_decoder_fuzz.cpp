@@ -1,5 +1,5 @@
-// PresetSysex2Form on anything: it either decodes or refuses, and a refusal
-// leaves the editor exactly as it was.
+// The preset decoder on anything: it either decodes or refuses, and a
+// refusal leaves what it decodes into exactly as it was.
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -7,28 +7,7 @@
 #include "base/MSBModule.h"
 #include "preset/PresetDecoder.h"
 #include "preset/PresetEncoder.h"
-#include "ui/Prompter.h"
-#include "editor/EditorDumps.h"
-#include "editor/EditorState.h"
 #include "editor/ImageSlots.h"
-#include "midilink/MidiConfig.h"
-
-namespace {
-
-class SilentPrompter : public tavlo::Prompter {
-public:
-    tavlo::MessageAnswer message(const std::string&, const std::string&, tavlo::MessageButtons) override {
-        return tavlo::MessageAnswer::OK;
-    }
-    std::optional<std::string> input(const std::string&, const std::string&, const std::string&) override {
-        return std::nullopt;
-    }
-    std::optional<std::string> openFile(const tavlo::FileRequest&) override { return std::nullopt; }
-    std::optional<std::string> saveFile(const tavlo::FileRequest&) override { return std::nullopt; }
-    tavlo::ChoiceAnswer choose(const tavlo::ChoiceRequest&) override { return {}; }
-};
-
-}  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size == 0) return 0;
@@ -47,20 +26,19 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         dump += tavlo::MSBModule::TextToNibbles(input);
         dump += '\xF7';
     }
-    tavlo::EditorState editor;
-    editor.preset.Name = "Before";
-    tavlo::ImageSlots memImage;
-    tavlo::MidiConfig midi;
-    midi.PC1600Model = (mode & 2) != 0;
-    SilentPrompter prompter;
-    const tavlo::WorkingPreset before = editor.preset;
-    const tavlo::DecodeResult result = tavlo::PresetSysex2Form(dump, editor, memImage.SceneList, midi.PC1600Model, prompter);
+    tavlo::DecodedPreset decoded;
+    decoded.preset.Name = "Before";
+    const tavlo::ImageSlots image;
+    const bool pc1600Model = (mode & 2) != 0;
+    const tavlo::WorkingPreset before = decoded.preset;
+    const tavlo::DecodeResult result = tavlo::DecodePresetDump(dump, image.SceneList, pc1600Model, decoded);
     if (!result.ok) {
-        if (!(editor.preset == before) || result.reason.empty()) __builtin_trap();
+        if (!(decoded.preset == before) || result.reason.empty()) __builtin_trap();
         return 0;
     }
     // Whatever decoded can be encoded again.
-    const std::string again = tavlo::EditorPresetSysex(editor, memImage.SceneList, midi);
+    const std::string setupLine = decoded.SelectPresetSceneCombo.text();
+    const std::string again = tavlo::Form2PresetSysex(decoded.preset, {image.SceneList, setupLine}, pc1600Model, 0);
     if (again.size() < 44) __builtin_trap();
     return 0;
 }

@@ -5,7 +5,7 @@
 
 #include "TestProgram.h"
 #include "sysex/DeviceMessages.h"
-#include "midilink/LoopbackBackend.h"
+#include "LoopbackBackend.h"
 #include "shell/Program.h"
 #include "midilink/MidiLink.h"
 

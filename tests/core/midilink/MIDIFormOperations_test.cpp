@@ -4,7 +4,7 @@
 
 #include "TestProgram.h"
 #include "sysex/DeviceMessages.h"
-#include "midilink/LoopbackBackend.h"
+#include "LoopbackBackend.h"
 #include "shell/Program.h"
 #include "ui/Prompter.h"
 #include "db/PoolDatabase.h"

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "FakeTime.h"
-#include "midilink/LoopbackBackend.h"
+#include "LoopbackBackend.h"
 #include "midilink/MidiLink.h"
 
 using namespace tavlo;

@@ -113,7 +113,7 @@ TEST(StringLearn, APassRunsUntilTheUserEndsIt) {
 }  // namespace
 }  // namespace tavlo
 
-#include "midilink/LoopbackBackend.h"
+#include "LoopbackBackend.h"
 #include "sysex/StringWorkArea.h"
 #include "midilink/MidiLink.h"
 

@@ -1,4 +1,4 @@
-#include "midilink/LoopbackBackend.h"
+#include "LoopbackBackend.h"
 
 #include <algorithm>
 
