@@ -1,5 +1,6 @@
 #include "memimage/MemImageState.h"
 #include "midistrings/MSBModule.h"
+#include "pool/PoolDatabase.h"
 #include "pool/PoolList.h"
 #include "pool/PoolOperations.h"
 #include "shell/Session.h"
@@ -49,8 +50,9 @@ void DeleteButton(Session& session) {
     if (answer != MessageAnswer::Yes) return;
     try {
         DeletePresetRows(session, id);
-    } catch (const DatabaseError&) {
-        session.prompter.message("Database Error", "There has been a Database Error");
+    } catch (const DatabaseError& e) {
+        const PoolMessage message = DatabaseErrorMessage(e, session.pool.path());
+        session.prompter.message(message.title, message.text);
         return;
     }
     ReloadPoolList(session);

@@ -1,6 +1,7 @@
 #include <optional>
 
 #include "midistrings/MSBModule.h"
+#include "pool/PoolDatabase.h"
 #include "pool/PoolList.h"
 #include "pool/PoolOperations.h"
 #include "shell/Session.h"
@@ -47,8 +48,9 @@ void RenameButton(Session& session) {
             .bind(":ID", id)
             .run();
         transaction.commit();
-    } catch (const DatabaseError&) {
-        session.prompter.message("Database Error", "There has been a Database Error");
+    } catch (const DatabaseError& e) {
+        const PoolMessage message = DatabaseErrorMessage(e, session.pool.path());
+        session.prompter.message(message.title, message.text);
         return;
     }
     // The editor holding this preset stores it under the new name from now on.

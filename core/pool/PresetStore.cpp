@@ -1,6 +1,7 @@
 #include "pool/PresetStore.h"
 
 #include <optional>
+#include "pool/PoolDatabase.h"
 
 #include "preset/PristinePreset.h"
 #include "memimage/MemImageState.h"
@@ -395,8 +396,9 @@ void StoreInPoolButton(Session& session) {
         editor.preset.ID = static_cast<std::int32_t>(id);
         editor.notifyChanged();
         followUp(session, id);
-    } catch (const DatabaseError&) {
-        session.prompter.message("Database Error", "There has been a Database Error");
+    } catch (const DatabaseError& e) {
+        const PoolMessage message = DatabaseErrorMessage(e, session.pool.path());
+        session.prompter.message(message.title, message.text);
     }
 }
 
