@@ -1,5 +1,7 @@
 #include "shell/TavloProgram.h"
 
+#include "ui/Prompter.h"
+
 #include "shell/Session.h"
 #include "shell/Startup.h"
 #include "shell/TavloController.h"
@@ -16,7 +18,22 @@ bool TavloProgram::start(const std::string& poolPath) {
     if (!OpenPoolForStartup(pool_, poolPath, prompter_)) return false;
     status_ = std::make_unique<StatusForm>();
     session_ = std::make_unique<Session>(pool_, prompter_, *status_, *pump_, clock_);
-    PrepareSession(*session_);
+    try {
+        PrepareSession(*session_);
+    } catch (const DatabaseError& e) {
+        // The first write of the run: a full disk shows here.
+        const PoolMessage message = DatabaseErrorMessage(e, poolPath);
+        prompter_.message(message.title, message.text);
+        session_.reset();
+        pool_.close();
+        return false;
+    } catch (const PoolBusy&) {
+        const PoolMessage message = PoolBusyMessage(poolPath);
+        prompter_.message(message.title, message.text);
+        session_.reset();
+        pool_.close();
+        return false;
+    }
     controller_ = std::make_unique<TavloController>(*session_);
     controller_->restoreGeometryFromPool();
     return true;
