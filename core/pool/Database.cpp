@@ -158,8 +158,24 @@ void Database::open(const std::string& path, Mode mode) {
     int flags = SQLITE_OPEN_READWRITE;
     if (mode == Mode::ReadWriteCreate) flags |= SQLITE_OPEN_CREATE;
     if (mode == Mode::ReadOnly) flags = SQLITE_OPEN_READONLY;
+    std::string name = path;
+    if (mode == Mode::Immutable) {
+        flags = SQLITE_OPEN_READONLY | SQLITE_OPEN_URI;
+        name = "file:";
+        for (const char c : path) {
+            if (c == '%' || c == '?' || c == '#') {
+                static const char hex[] = "0123456789ABCDEF";
+                name += '%';
+                name += hex[(c >> 4) & 0xF];
+                name += hex[c & 0xF];
+            } else {
+                name += c;
+            }
+        }
+        name += "?immutable=1";
+    }
     sqlite3* db = nullptr;
-    const int rc = sqlite3_open_v2(path.c_str(), &db, flags, nullptr);
+    const int rc = sqlite3_open_v2(name.c_str(), &db, flags, nullptr);
     if (rc != SQLITE_OK) {
         const std::string message = db ? sqlite3_errmsg(db) : "out of memory";
         const int code = db ? sqlite3_extended_errcode(db) : rc;

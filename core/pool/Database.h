@@ -88,7 +88,9 @@ private:
 
 class Database {
 public:
-    enum class Mode { ReadWrite, ReadWriteCreate, ReadOnly };
+    // Immutable: read-only, trusting that nobody changes the file meanwhile
+    // (a pool in a folder nobody can write to); needs no files beside it.
+    enum class Mode { ReadWrite, ReadWriteCreate, ReadOnly, Immutable };
 
     Database() = default;
     ~Database();

@@ -330,17 +330,19 @@ PoolCheckReport CheckPool(const std::string& path) {
             report.inUse = true;
             return report;
         }
-        case PoolLock::Outcome::ReadOnlyFolder: say("folder: read-only (Tavlo can read this pool but not work on it there)"); break;
         case PoolLock::Outcome::DiskFull: say("disk: full"); break;
         case PoolLock::Outcome::Failed: say("lock: " + lock.error()); break;
-        case PoolLock::Outcome::Taken:
-            if (!folderWritable(path)) say("folder: read-only (Tavlo can read this pool but not work on it there)");
-            break;
+        case PoolLock::Outcome::ReadOnlyFolder:
+        case PoolLock::Outcome::Taken: break;
     }
+    // Where nothing can be written, SQLite can't make the files it keeps
+    // beside a pool even to read it; and nobody can change it there either.
+    const bool readOnlyFolder = !folderWritable(path);
+    if (readOnlyFolder) say("folder: read-only (Tavlo can read this pool but not work on it there)");
     Database db;
     bool sound = true;
     try {
-        db.open(path, Database::Mode::ReadOnly);
+        db.open(path, readOnlyFolder ? Database::Mode::Immutable : Database::Mode::ReadOnly);
         const std::string integrity = db.integrityCheck();
         say("integrity: " + integrity);
         sound = integrity == "ok";
