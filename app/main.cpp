@@ -1,13 +1,13 @@
-#include <QApplication>
 #include <QCommandLineParser>
 
 #include "db/PoolDatabase.h"
 #include "shell/TavloController.h"
 #include "shell/TavloProgram.h"
+#include "ui/GuardedApplication.h"
 #include "ui/QtPrompter.h"
 
 int main(int argc, char** argv) {
-    QApplication app(argc, argv);
+    tavlo::GuardedApplication app(argc, argv);
     QApplication::setApplicationName("Tavlo");
 
     QCommandLineParser parser;
@@ -20,6 +20,10 @@ int main(int argc, char** argv) {
         parser.isSet(poolOption) ? parser.value(poolOption).toStdString() : tavlo::PoolDatabase::DefaultPath();
 
     tavlo::QtPrompter prompter;
+    app.setPoolPath(poolPath);
+    app.setReporter([&prompter](const std::string& title, const std::string& text) {
+        prompter.message(title, text, tavlo::MessageButtons::OK);
+    });
     tavlo::TavloProgram program(prompter);
     if (!program.start(poolPath)) return 1;
     prompter.setParent(program.controller());

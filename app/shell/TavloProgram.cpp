@@ -1,6 +1,10 @@
 #include "shell/TavloProgram.h"
 
+#include <optional>
+
+#include "db/PoolDatabase.h"
 #include "shell/Program.h"
+#include "ui/Prompter.h"
 #include "shell/Startup.h"
 #include "shell/TavloController.h"
 #include "ui/QtPump.h"
@@ -20,7 +24,21 @@ bool TavloProgram::start(const std::string& poolPath) {
         status_.reset();
         return false;
     }
-    PrepareSession(*program_);
+    std::optional<PoolMessage> refusal;
+    try {
+        PrepareSession(*program_);
+    } catch (const DatabaseError& e) {
+        // The first write of the run: a full disk shows here.
+        refusal = DatabaseErrorMessage(e, poolPath);
+    } catch (const PoolBusy&) {
+        refusal = PoolBusyMessage(poolPath);
+    }
+    if (refusal) {
+        prompter_.message(refusal->title, refusal->text);
+        program_->pool.close();
+        program_.reset();
+        return false;
+    }
     controller_ = std::make_unique<TavloController>(*program_);
     controller_->restoreGeometryFromPool();
     return true;

@@ -3,6 +3,7 @@
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QDialog>
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QFormLayout>
@@ -13,6 +14,7 @@
 #include <QListWidget>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QStandardPaths>
 #include <QVBoxLayout>
 
 #include "ui/QtText.h"
@@ -64,21 +66,58 @@ std::optional<std::string> QtPrompter::input(const std::string& title, const std
     return fromQt(text);
 }
 
-std::optional<std::string> QtPrompter::openFile(const FileRequest& request) {
-    const QString path =
-        QFileDialog::getOpenFileName(parent_, toQt(request.title), toQt(request.fileName), QtFileFilter(request.filter));
-    if (path.isEmpty()) return std::nullopt;
+QIcon QtPrompter::NameOnlyIcons::icon(const QFileInfo& info) const {
+    return QFileIconProvider::icon(info.isDir() ? QFileIconProvider::Folder : QFileIconProvider::File);
+}
+
+QString QtPrompter::NameOnlyIcons::type(const QFileInfo& info) const {
+    if (info.isDir()) return QStringLiteral("Folder");
+    return info.suffix().isEmpty() ? QStringLiteral("File") : info.suffix() + QStringLiteral(" File");
+}
+
+std::unique_ptr<QFileDialog> QtPrompter::fileDialog(const FileRequest& request, QFileDialog::AcceptMode mode) {
+    QString folder = lastFolder_;
+    if (folder.isEmpty() || !QFileInfo(folder).isDir()) {
+        folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+        if (folder.isEmpty() || !QFileInfo(folder).isDir()) folder = QDir::homePath();
+    }
+    const QString proposed = toQt(request.fileName);
+    QString start = folder;
+    if (!proposed.isEmpty()) start = QDir::isAbsolutePath(proposed) ? proposed : QDir(folder).filePath(proposed);
+
+    auto dialog = std::make_unique<QFileDialog>(parent_, toQt(request.title), QString(), QtFileFilter(request.filter));
+    // Qt's own dialog: a platform dialog may open the files it lists.
+    dialog->setOptions(QFileDialog::DontUseNativeDialog | QFileDialog::DontUseCustomDirectoryIcons |
+                       QFileDialog::DontResolveSymlinks);
+    dialog->setIconProvider(&icons_);
+    dialog->setAcceptMode(mode);
+    if (mode == QFileDialog::AcceptOpen) dialog->setFileMode(QFileDialog::ExistingFile);
+    QString suffix = toQt(request.defaultExtension);
+    if (suffix.startsWith('.')) suffix.remove(0, 1);
+    dialog->setDefaultSuffix(suffix);
+    if (QFileInfo(start).isDir()) {
+        dialog->setDirectory(start);
+    } else {
+        dialog->setDirectory(QFileInfo(start).absolutePath());
+        dialog->selectFile(QFileInfo(start).fileName());
+    }
+    return dialog;
+}
+
+std::optional<std::string> QtPrompter::runFileDialog(const FileRequest& request, QFileDialog::AcceptMode mode) {
+    const std::unique_ptr<QFileDialog> dialog = fileDialog(request, mode);
+    if (dialog->exec() != QDialog::Accepted || dialog->selectedFiles().isEmpty()) return std::nullopt;
+    const QString path = dialog->selectedFiles().first();
+    lastFolder_ = QFileInfo(path).absolutePath();
     return path.toStdString();  // file names stay in the system's own encoding
 }
 
+std::optional<std::string> QtPrompter::openFile(const FileRequest& request) {
+    return runFileDialog(request, QFileDialog::AcceptOpen);
+}
+
 std::optional<std::string> QtPrompter::saveFile(const FileRequest& request) {
-    QFileDialog dialog(parent_, toQt(request.title), toQt(request.fileName), QtFileFilter(request.filter));
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    QString suffix = toQt(request.defaultExtension);
-    if (suffix.startsWith('.')) suffix.remove(0, 1);
-    dialog.setDefaultSuffix(suffix);
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
-    return dialog.selectedFiles().first().toStdString();
+    return runFileDialog(request, QFileDialog::AcceptSave);
 }
 
 ChoiceAnswer QtPrompter::choose(const ChoiceRequest& request) {

@@ -1,6 +1,10 @@
 #pragma once
+#include <QFileDialog>
+#include <QFileIconProvider>
 #include <QPointer>
 #include <QWidget>
+
+#include <memory>
 
 #include "ui/Prompter.h"
 
@@ -19,8 +23,26 @@ public:
     std::optional<std::string> saveFile(const FileRequest& request) override;
     ChoiceAnswer choose(const ChoiceRequest& request) override;
 
+    // The dialog openFile and saveFile show: in the folder last used, else
+    // the user's documents, never the folder the program happens to run in.
+    std::unique_ptr<QFileDialog> fileDialog(const FileRequest& request, QFileDialog::AcceptMode mode);
+
 private:
+    std::optional<std::string> runFileDialog(const FileRequest& request, QFileDialog::AcceptMode mode);
+
+    // Icons and kinds from the name alone: guessing a kind from the content
+    // opens the file, and an open and close of a pool file anywhere in this
+    // process would drop SQLite's own locks on it.
+    class NameOnlyIcons : public QFileIconProvider {
+    public:
+        QIcon icon(const QFileInfo& info) const override;
+        QString type(const QFileInfo& info) const override;
+        using QFileIconProvider::icon;
+    };
+
     QPointer<QWidget> parent_;
+    NameOnlyIcons icons_;
+    QString lastFolder_;
 };
 
 // "Sysex Files (*.syx)|*.syx|All Files (*.*)|*.*" to Qt's ";;" form.

@@ -11,12 +11,17 @@
 
 namespace tavlo {
 
+bool DatabaseError::diskFull() const { return (code_ & 0xff) == SQLITE_FULL; }
+
+bool DatabaseError::readOnly() const { return (code_ & 0xff) == SQLITE_READONLY; }
+
 // ---- Statement ----
 
 Statement::Statement(sqlite3* db, std::string_view sql) : db_(db) {
     const int rc = sqlite3_prepare_v2(db_, sql.data(), static_cast<int>(sql.size()), &stmt_, nullptr);
     if (rc != SQLITE_OK)
-        throw DatabaseError(std::string("cannot prepare statement: ") + sqlite3_errmsg(db_) + " in: " + std::string(sql));
+        throw DatabaseError(std::string("cannot prepare statement: ") + sqlite3_errmsg(db_) + " in: " + std::string(sql),
+                            sqlite3_extended_errcode(db_));
 }
 
 Statement::~Statement() { sqlite3_finalize(stmt_); }
@@ -26,7 +31,7 @@ Statement::Statement(Statement&& other) noexcept : db_(other.db_), stmt_(other.s
 }
 
 void Statement::check(int rc, const char* what) const {
-    if (rc != SQLITE_OK) throw DatabaseError(std::string(what) + ": " + sqlite3_errmsg(db_));
+    if (rc != SQLITE_OK) throw DatabaseError(std::string(what) + ": " + sqlite3_errmsg(db_), rc);
 }
 
 int Statement::parameter(const char* name) const {
@@ -70,7 +75,7 @@ bool Statement::step() {
         done_ = true;
         return false;
     }
-    throw DatabaseError(std::string("statement failed: ") + sqlite3_errmsg(db_));
+    throw DatabaseError(std::string("statement failed: ") + sqlite3_errmsg(db_), sqlite3_extended_errcode(db_));
 }
 
 void Statement::run() {
@@ -153,12 +158,29 @@ void Database::open(const std::string& path, Mode mode) {
     int flags = SQLITE_OPEN_READWRITE;
     if (mode == Mode::ReadWriteCreate) flags |= SQLITE_OPEN_CREATE;
     if (mode == Mode::ReadOnly) flags = SQLITE_OPEN_READONLY;
+    std::string name = path;
+    if (mode == Mode::Immutable) {
+        flags = SQLITE_OPEN_READONLY | SQLITE_OPEN_URI;
+        name = "file:";
+        for (const char c : path) {
+            if (c == '%' || c == '?' || c == '#') {
+                static const char hex[] = "0123456789ABCDEF";
+                name += '%';
+                name += hex[(c >> 4) & 0xF];
+                name += hex[c & 0xF];
+            } else {
+                name += c;
+            }
+        }
+        name += "?immutable=1";
+    }
     sqlite3* db = nullptr;
-    const int rc = sqlite3_open_v2(path.c_str(), &db, flags, nullptr);
+    const int rc = sqlite3_open_v2(name.c_str(), &db, flags, nullptr);
     if (rc != SQLITE_OK) {
         const std::string message = db ? sqlite3_errmsg(db) : "out of memory";
+        const int code = db ? sqlite3_extended_errcode(db) : rc;
         sqlite3_close(db);
-        throw DatabaseError("cannot open " + path + ": " + message);
+        throw DatabaseError("cannot open " + path + ": " + message, code);
     }
     sqlite3_busy_timeout(db, 5000);
     sqlite3_extended_result_codes(db, 1);
@@ -176,10 +198,11 @@ void Database::close() {
 void Database::exec(std::string_view sql) {
     char* error = nullptr;
     const std::string text(sql);
+    if (!db_) throw DatabaseError("the pool is not open");
     if (sqlite3_exec(db_, text.c_str(), nullptr, nullptr, &error) != SQLITE_OK) {
         const std::string message = error ? error : "unknown error";
         sqlite3_free(error);
-        throw DatabaseError(message);
+        throw DatabaseError(message, sqlite3_extended_errcode(db_));
     }
 }
 
@@ -214,11 +237,12 @@ void Database::backupTo(const std::string& path) {
     // File names are UTF-8 already: bound as they are, not through the text table.
     sqlite3_stmt* stmt = nullptr;
     if (sqlite3_prepare_v2(db_, "VACUUM INTO ?1", -1, &stmt, nullptr) != SQLITE_OK)
-        throw DatabaseError(sqlite3_errmsg(db_));
+        throw DatabaseError(sqlite3_errmsg(db_), sqlite3_extended_errcode(db_));
     sqlite3_bind_text(stmt, 1, path.c_str(), -1, SQLITE_TRANSIENT);
     const int rc = sqlite3_step(stmt);
     sqlite3_finalize(stmt);
-    if (rc != SQLITE_DONE) throw DatabaseError("backup to " + path + " failed: " + sqlite3_errmsg(db_));
+    if (rc != SQLITE_DONE)
+        throw DatabaseError("backup to " + path + " failed: " + sqlite3_errmsg(db_), sqlite3_extended_errcode(db_));
 }
 
 // ---- Transaction ----
@@ -227,15 +251,33 @@ namespace {
 std::atomic<int> savepointCounter{0};
 }
 
-Transaction::Transaction(Database& db) : db_(db), name_("tavlo_sp" + std::to_string(++savepointCounter)) {
-    db_.exec("SAVEPOINT " + name_);
+Transaction::Transaction(Database& db) : db_(db) {
+    if (!db_.isOpen()) throw DatabaseError("the pool is not open");
+    if (!sqlite3_get_autocommit(db_.handle())) {
+        name_ = "tavlo_sp" + std::to_string(++savepointCounter);
+        db_.exec("SAVEPOINT " + name_);
+        return;
+    }
+    // A deferred transaction would take the write lock at its first write,
+    // where a busy pool fails at once instead of waiting; taking it here
+    // lets the busy time-out apply.
+    try {
+        db_.exec("BEGIN IMMEDIATE");
+    } catch (const DatabaseError& e) {
+        if ((e.code() & 0xff) == SQLITE_BUSY || (e.code() & 0xff) == SQLITE_LOCKED) throw PoolBusy();
+        throw;
+    }
 }
 
 Transaction::~Transaction() {
     if (!done_) {
         try {
-            db_.exec("ROLLBACK TO " + name_);
-            db_.exec("RELEASE " + name_);
+            if (name_.empty()) {
+                if (db_.isOpen() && !sqlite3_get_autocommit(db_.handle())) db_.exec("ROLLBACK");
+            } else {
+                db_.exec("ROLLBACK TO " + name_);
+                db_.exec("RELEASE " + name_);
+            }
         } catch (const DatabaseError&) {
             // Nothing more can be done from a destructor; the outer level reports.
         }
@@ -243,7 +285,7 @@ Transaction::~Transaction() {
 }
 
 void Transaction::commit() {
-    db_.exec("RELEASE " + name_);
+    db_.exec(name_.empty() ? std::string("COMMIT") : "RELEASE " + name_);
     done_ = true;
 }
 

@@ -12,7 +12,24 @@ namespace tavlo {
 
 class DatabaseError : public std::runtime_error {
 public:
-    explicit DatabaseError(const std::string& what) : std::runtime_error(what) {}
+    explicit DatabaseError(const std::string& what, int code = 0) : std::runtime_error(what), code_(code) {}
+    // SQLite's extended result code, 0 when the error is our own.
+    int code() const { return code_; }
+    bool diskFull() const;
+    bool readOnly() const;
+
+private:
+    int code_;
+};
+
+// A write could not start within the busy time-out because another
+// connection holds the pool for writing. Deliberately not a DatabaseError:
+// the flows' own "database error" handling must not swallow it; it travels
+// to the boundary (the event loop's guard, the command line's main), which
+// says the pool is busy. Nothing of the write has happened yet.
+class PoolBusy : public std::runtime_error {
+public:
+    PoolBusy() : std::runtime_error("pool busy") {}
 };
 
 // Raw bytes for a BLOB column (setup channel maps, stored dumps).
@@ -71,7 +88,9 @@ private:
 
 class Database {
 public:
-    enum class Mode { ReadWrite, ReadWriteCreate, ReadOnly };
+    // Immutable: read-only, trusting that nobody changes the file meanwhile
+    // (a pool in a folder nobody can write to); needs no files beside it.
+    enum class Mode { ReadWrite, ReadWriteCreate, ReadOnly, Immutable };
 
     Database() = default;
     ~Database();
@@ -106,8 +125,10 @@ private:
     std::string path_;
 };
 
-// All or nothing: rolls back unless commit() was called. Nests through
-// savepoints, so a flow may call another flow that has its own.
+// All or nothing: rolls back unless commit() was called. The outermost one
+// is an immediate write transaction, so it waits out the busy time-out for
+// the write lock at its start rather than failing half-way; inner ones nest
+// through savepoints, so a flow may call another flow that has its own.
 class Transaction {
 public:
     explicit Transaction(Database& db);
@@ -117,7 +138,7 @@ public:
 
 private:
     Database& db_;
-    std::string name_;
+    std::string name_;  // empty for the outermost
     bool done_ = false;
 };
 

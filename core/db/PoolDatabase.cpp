@@ -1,7 +1,10 @@
 #include "db/PoolDatabase.h"
 
+#include <fcntl.h>
 #include <sqlite3.h>
+#include <unistd.h>
 
+#include <cerrno>
 #include <cstdlib>
 #include <filesystem>
 #include <system_error>
@@ -37,6 +40,32 @@ std::string backupBeforeMigration(Database& db, const std::string& path, int fro
     return finalPath;
 }
 
+// A pool file with the files SQLite keeps beside it.
+void removeDatabaseFiles(const std::string& path) {
+    std::error_code ec;
+    for (const char* suffix : {"", "-journal", "-wal", "-shm"}) fs::remove(path + suffix, ec);
+}
+
+bool folderWritable(const std::string& path) {
+    const fs::path parent = fs::path(path).parent_path();
+    return access(parent.empty() ? "." : parent.c_str(), W_OK) == 0;
+}
+
+// A rename is only lasting once the folder's own entry is on the disk.
+void syncFolder(const std::string& path) {
+    const fs::path parent = fs::path(path).parent_path();
+    const int fd = ::open(parent.empty() ? "." : parent.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (fd < 0) return;
+    fsync(fd);
+    ::close(fd);
+}
+
+PoolStatus StatusOfSystemError(int error) {
+    if (error == ENOSPC || error == EDQUOT) return PoolStatus::DiskFull;
+    if (error == EROFS || error == EACCES || error == EPERM) return PoolStatus::ReadOnlyFolder;
+    return PoolStatus::CannotOpen;
+}
+
 }  // namespace
 
 std::string PoolDatabase::DefaultPath() {
@@ -47,46 +76,110 @@ std::string PoolDatabase::DefaultPath() {
     return (base / "Tavlo" / "Tavlo.mdb").string();
 }
 
-PoolOpenResult PoolDatabase::open(const std::string& path) { return open(path, PoolMigrations(), kPoolSchemaVersion); }
+PoolOpenResult PoolDatabase::open(const std::string& path, const PoolOpenOptions& options) {
+    return open(path, PoolMigrations(), kPoolSchemaVersion, options);
+}
 
+void PoolDatabase::close() {
+    db_.close();
+    lock_.release();
+}
+
+PoolOpenResult PoolDatabase::refuse(PoolOpenResult result) {
+    close();
+    return result;
+}
+
+// The pool is built whole under a temporary name and only then given its
+// own: a run stopped half-way leaves a stray temporary file, never a
+// half-made pool that would be refused from then on.
 PoolOpenResult PoolDatabase::create(const std::string& path, int currentVersion) {
     PoolOpenResult result;
-    std::error_code ec;
-    const fs::path parent = fs::path(path).parent_path();
-    if (!parent.empty()) fs::create_directories(parent, ec);
+    const std::string temp = path + ".new";
+    removeDatabaseFiles(temp);
     try {
-        db_.open(path, Database::Mode::ReadWriteCreate);
-        db_.exec("PRAGMA journal_mode = WAL");
-        Transaction transaction(db_);
-        CreatePoolSchema(db_);
-        SeedPool(db_);
-        db_.setUserVersion(currentVersion);
-        transaction.commit();
-    } catch (const std::exception& e) {
-        db_.close();
-        result.status = PoolStatus::CannotOpen;
+        {
+            Database building;
+            building.open(temp, Database::Mode::ReadWriteCreate);
+            Transaction transaction(building);
+            CreatePoolSchema(building);
+            SeedPool(building);
+            building.setUserVersion(currentVersion);
+            transaction.commit();
+            building.exec("PRAGMA journal_mode = WAL");
+        }
+        fs::rename(temp, path);
+        syncFolder(path);
+    } catch (const DatabaseError& e) {
+        removeDatabaseFiles(temp);
+        result.status = e.diskFull() ? PoolStatus::DiskFull
+                        : (e.readOnly() || !folderWritable(path)) ? PoolStatus::ReadOnlyFolder
+                                                                   : PoolStatus::CannotOpen;
+        result.detail = e.what();
+        return result;
+    } catch (const fs::filesystem_error& e) {
+        removeDatabaseFiles(temp);
+        result.status = StatusOfSystemError(e.code().value());
         result.detail = e.what();
         return result;
     }
     result.status = PoolStatus::Ready;
     result.created = true;
-    result.schemaVersion = currentVersion;
     return result;
 }
 
 PoolOpenResult PoolDatabase::open(const std::string& path, const std::vector<SchemaStep>& migrations,
-                                  int currentVersion) {
+                                  int currentVersion, const PoolOpenOptions& options) {
     close();
-    std::error_code ec;
-    if (!fs::exists(path, ec) || fs::file_size(path, ec) == 0) return create(path, currentVersion);
-
     PoolOpenResult result;
+    std::error_code ec;
+    const fs::path parent = fs::path(path).parent_path();
+    if (!parent.empty()) fs::create_directories(parent, ec);
+
+    switch (lock_.take(path, options.lockWait, options.wholeRun)) {
+        case PoolLock::Outcome::Taken: break;
+        case PoolLock::Outcome::HeldElsewhere:
+            result.status = PoolStatus::InUse;
+            result.ownerPid = lock_.holderPid();
+            return result;
+        case PoolLock::Outcome::ReadOnlyFolder:
+            result.status = fs::exists(path, ec) ? PoolStatus::ReadOnlyFolder : PoolStatus::CannotOpen;
+            result.detail = "the folder can't be written";
+            return result;
+        case PoolLock::Outcome::DiskFull: result.status = PoolStatus::DiskFull; return result;
+        case PoolLock::Outcome::Failed:
+            result.status = PoolStatus::CannotOpen;
+            result.detail = lock_.error();
+            return result;
+    }
+
+    // Only this process makes or changes the file from here on.
+    if (!fs::exists(path, ec) || fs::file_size(path, ec) == 0) {
+        const PoolOpenResult made = create(path, currentVersion);
+        if (!made.ok()) return refuse(made);
+        result.created = true;
+    }
+    // SQLite writes its journal beside the pool: a folder it can't write
+    // in makes every change fail, so it is said at once, before any read.
+    if (!folderWritable(path)) {
+        result.status = PoolStatus::ReadOnlyFolder;
+        return refuse(result);
+    }
+    if (access(path.c_str(), W_OK) != 0) {
+        result.status = PoolStatus::ReadOnlyFile;
+        return refuse(result);
+    }
+
     try {
         db_.open(path, Database::Mode::ReadWrite);
+        // Set before the first read: SQLite then keeps the WAL index in its
+        // own memory and holds its locks until the pool closes. No other
+        // process works on the pool while we own it anyway.
+        db_.exec("PRAGMA locking_mode = EXCLUSIVE");
     } catch (const DatabaseError& e) {
         result.status = PoolStatus::CannotOpen;
         result.detail = e.what();
-        return result;
+        return refuse(result);
     }
 
     // Nothing below writes to the file until the file has proved to be a
@@ -95,47 +188,57 @@ PoolOpenResult PoolDatabase::open(const std::string& path, const std::vector<Sch
         result.schemaVersion = db_.userVersion();
         if (result.schemaVersion == 0 && !hasTable(db_, "PresetRec")) {
             result.status = PoolStatus::NotAPool;
-            db_.close();
-            return result;
+            return refuse(result);
         }
     } catch (const DatabaseError& e) {
-        result.status = PoolStatus::NotSQLite;
+        result.status = (e.code() & 0xff) == SQLITE_NOTADB ? PoolStatus::NotSQLite : PoolStatus::CannotOpen;
         result.detail = e.what();
-        db_.close();
-        return result;
+        return refuse(result);
     }
     if (result.schemaVersion > currentVersion) {
         result.status = PoolStatus::NewerSchema;
-        db_.close();
-        return result;
-    }
-    if (InitializedPresetID() < 0) {
-        result.status = PoolStatus::MissingInitialized;
-        db_.close();
-        return result;
+        return refuse(result);
     }
 
-    if (result.schemaVersion < currentVersion) {
-        try {
-            result.backupPath = backupBeforeMigration(db_, path, result.schemaVersion);
-            for (const SchemaStep& step : migrations) {
-                if (step.toVersion <= db_.userVersion()) continue;
-                Transaction transaction(db_);
-                step.apply(db_);
-                db_.setUserVersion(step.toVersion);
-                transaction.commit();
+    try {
+        if (result.schemaVersion < currentVersion) {
+            if (InitializedPresetID() < 0) {
+                result.status = PoolStatus::MissingInitialized;
+                return refuse(result);
             }
-            if (db_.userVersion() != currentVersion)
-                throw DatabaseError("no migration leads to schema " + std::to_string(currentVersion));
-            result.schemaVersion = currentVersion;
-        } catch (const std::exception& e) {
-            result.status = PoolStatus::MigrationFailed;
-            result.detail = e.what();
-            db_.close();
-            return result;
+            try {
+                result.backupPath = backupBeforeMigration(db_, path, result.schemaVersion);
+                for (const SchemaStep& step : migrations) {
+                    if (step.toVersion <= db_.userVersion()) continue;
+                    Transaction transaction(db_);
+                    step.apply(db_);
+                    db_.setUserVersion(step.toVersion);
+                    transaction.commit();
+                }
+                if (db_.userVersion() != currentVersion)
+                    throw DatabaseError("no migration leads to schema " + std::to_string(currentVersion));
+                result.schemaVersion = currentVersion;
+            } catch (const std::exception& e) {
+                result.status = PoolStatus::MigrationFailed;
+                result.detail = e.what();
+                return refuse(result);
+            }
         }
+        result.missing = MissingPoolParts(db_);
+        if (!result.missing.empty()) {
+            result.status = PoolStatus::MissingParts;
+            return refuse(result);
+        }
+        if (InitializedPresetID() < 0) {
+            result.status = PoolStatus::MissingInitialized;
+            return refuse(result);
+        }
+        db_.exec("PRAGMA journal_mode = WAL");
+    } catch (const DatabaseError& e) {
+        result.status = e.diskFull() ? PoolStatus::DiskFull : e.readOnly() ? PoolStatus::ReadOnlyFile : PoolStatus::CannotOpen;
+        result.detail = e.what();
+        return refuse(result);
     }
-    db_.exec("PRAGMA journal_mode = WAL");
     result.status = PoolStatus::Ready;
     return result;
 }
@@ -172,8 +275,39 @@ PoolMessage PoolOpenMessage(const PoolOpenResult& result, const std::string& pat
                                                                        : "  A copy was kept as " + result.backupPath + ".")};
         case PoolStatus::CannotOpen:
             return {"Cannot Open Pool", "The pool " + path + " cannot be opened: " + result.detail};
+        case PoolStatus::MissingParts: {
+            std::string parts;
+            for (const std::string& part : result.missing) parts += (parts.empty() ? "" : ", ") + part;
+            return {"Cannot Open Pool", "The pool " + path + " lacks what Tavlo needs: " + parts +
+                                            ".  It has not been changed."};
+        }
+        case PoolStatus::InUse:
+            return {"Pool In Use", "This pool is open in another Tavlo (pid " + std::to_string(result.ownerPid) + ")."};
+        case PoolStatus::ReadOnlyFolder:
+            return {"Cannot Open Pool", "The pool " + path +
+                                            " is in a read-only folder: Tavlo must write beside it.  It has not been "
+                                            "changed.  Copy it to a folder you can write to."};
+        case PoolStatus::ReadOnlyFile:
+            return {"Cannot Open Pool",
+                    "The pool " + path + " is a read-only file.  It has not been changed.  Make it writable first."};
+        case PoolStatus::DiskFull:
+            return {"Cannot Open Pool", "The disk that holds the pool " + path +
+                                            " is full.  Nothing has been changed.  Make room and try again."};
     }
     return {};
+}
+
+PoolMessage DatabaseErrorMessage(const DatabaseError& error, const std::string& path) {
+    if (error.diskFull())
+        return {"Disk Full", "The disk that holds the pool " + path + " is full.  What you did last was not stored."};
+    if (error.readOnly())
+        return {"Pool Read-Only", "The pool " + path + " can no longer be written.  What you did last was not stored."};
+    return {"Database Error", "There has been a Database Error"};
+}
+
+PoolMessage PoolBusyMessage(const std::string& path) {
+    return {"Pool Busy", "The pool " + path +
+                             " is busy: another program is writing to it.  Nothing was changed; try again in a moment."};
 }
 
 PoolCheckReport CheckPool(const std::string& path) {
@@ -184,27 +318,46 @@ PoolCheckReport CheckPool(const std::string& path) {
         say("no such file: " + path);
         return report;
     }
+    // Looked at only while no other Tavlo works on it; a pool in a folder
+    // that can't be written can still be read, and is said to be there.
+    PoolLock lock;
+    switch (lock.take(path, kPoolBusyTimeout, false)) {
+        case PoolLock::Outcome::HeldElsewhere: {
+            PoolOpenResult inUse;
+            inUse.status = PoolStatus::InUse;
+            inUse.ownerPid = lock.holderPid();
+            say(PoolOpenMessage(inUse, path).text);
+            report.inUse = true;
+            return report;
+        }
+        case PoolLock::Outcome::DiskFull: say("disk: full"); break;
+        case PoolLock::Outcome::Failed: say("lock: " + lock.error()); break;
+        case PoolLock::Outcome::ReadOnlyFolder:
+        case PoolLock::Outcome::Taken: break;
+    }
+    // Where nothing can be written, SQLite can't make the files it keeps
+    // beside a pool even to read it; and nobody can change it there either.
+    const bool readOnlyFolder = !folderWritable(path);
+    if (readOnlyFolder) say("folder: read-only (Tavlo can read this pool but not work on it there)");
     Database db;
     bool sound = true;
     try {
-        db.open(path, Database::Mode::ReadOnly);
+        db.open(path, readOnlyFolder ? Database::Mode::Immutable : Database::Mode::ReadOnly);
         const std::string integrity = db.integrityCheck();
         say("integrity: " + integrity);
         sound = integrity == "ok";
         const int version = db.userVersion();
         say("schema version: " + std::to_string(version) + " (this Tavlo: " + std::to_string(kPoolSchemaVersion) + ")");
         if (version != kPoolSchemaVersion) sound = false;
-        for (std::string_view table : PoolTableNames()) {
-            if (!hasTable(db, table)) {
-                say("missing table: " + std::string(table));
-                sound = false;
-            }
+        for (const std::string& part : MissingPoolParts(db)) {
+            say("missing " + part.substr(0, part.find(' ')) + ": " + part.substr(part.find(' ') + 1));
+            sound = false;
         }
         if (!sound) {
             report.sound = false;
             return report;
         }
-        auto count = [&](const char* sql) {
+    auto count = [&](const char* sql) {
             Statement s = db.prepare(sql);
             s.bind(":Name", kInitializedName);
             return s.step() ? s.getInt(0) : 0;

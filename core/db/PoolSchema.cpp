@@ -1,6 +1,10 @@
 #include "db/PoolSchema.h"
 
 #include "db/Database.h"
+#include <strings.h>
+
+#include <algorithm>
+
 
 namespace tavlo {
 namespace {
@@ -204,14 +208,55 @@ const std::vector<SchemaStep>& PoolMigrations() {
 
 void CreatePoolSchema(Database& db) { db.exec(kSchema); }
 
+const std::vector<PoolTable>& RequiredPoolTables() {
+    static const std::vector<PoolTable> tables = [] {
+        Database schema;
+        schema.open(":memory:", Database::Mode::ReadWriteCreate);
+        CreatePoolSchema(schema);
+        std::vector<PoolTable> result;
+        Statement names = schema.prepare(
+            "SELECT name FROM sqlite_master WHERE type = 'table' AND name NOT LIKE 'sqlite%' ORDER BY rowid");
+        while (names.step()) result.push_back({names.getText(0), {}});
+        for (PoolTable& table : result) {
+            Statement columns = schema.prepare("SELECT name FROM pragma_table_info(:Table) ORDER BY cid");
+            columns.bind(":Table", table.name);
+            while (columns.step()) table.columns.push_back(columns.getText(0));
+        }
+        return result;
+    }();
+    return tables;
+}
+
 const std::vector<std::string_view>& PoolTableNames() {
-    static const std::vector<std::string_view> names = {
-        "PresetRec",      "FaderRec",        "ButtonRec",      "SceneRec",
-        "MessageStringRec", "MakeModelAssocRec", "MakeTable",    "ModelTable",
-        "DeviceFunctionTable", "GlobalRec",   "MemoryImageRec", "MemoryImage2PresetMapRec",
-        "DefaultsTable",  "CCTable",         "MIDIConfigTable", "WindowStates",
-        "InitializedSysexTable"};
+    static const std::vector<std::string_view> names = [] {
+        std::vector<std::string_view> result;
+        for (const PoolTable& table : RequiredPoolTables()) result.push_back(table.name);
+        return result;
+    }();
     return names;
+}
+
+std::vector<std::string> MissingPoolParts(Database& db) {
+    std::vector<std::string> missing;
+    Statement columns = db.prepare("SELECT name FROM pragma_table_info(:Table)");
+    for (const PoolTable& table : RequiredPoolTables()) {
+        columns.reset();
+        columns.bind(":Table", table.name);
+        std::vector<std::string> present;
+        while (columns.step()) present.push_back(columns.getText(0));
+        if (present.empty()) {
+            missing.push_back("table " + table.name);
+            continue;
+        }
+        for (const std::string& column : table.columns) {
+            // Column names, like SQL itself, don't care about case.
+            const bool found = std::any_of(present.begin(), present.end(), [&](const std::string& name) {
+                return strcasecmp(name.c_str(), column.c_str()) == 0;
+            });
+            if (!found) missing.push_back("column " + table.name + "." + column);
+        }
+    }
+    return missing;
 }
 
 }  // namespace tavlo

@@ -1,5 +1,6 @@
 #pragma once
 #include <functional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -27,5 +28,17 @@ void CreatePoolSchema(Database& db);
 
 // The tables every pool has; a database without them isn't a pool.
 const std::vector<std::string_view>& PoolTableNames();
+
+// A table of the current schema with the columns the program reads and
+// writes. Taken from the schema itself, so the two can't drift apart.
+struct PoolTable {
+    std::string name;
+    std::vector<std::string> columns;
+};
+const std::vector<PoolTable>& RequiredPoolTables();
+
+// What an open pool lacks of RequiredPoolTables(): "table SceneRec",
+// "column FaderRec.MasterOf". Empty for a pool that has all of it.
+std::vector<std::string> MissingPoolParts(Database& db);
 
 }  // namespace tavlo

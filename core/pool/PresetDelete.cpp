@@ -1,5 +1,6 @@
 #include "editor/ImageSlots.h"
 #include "base/MSBModule.h"
+#include "db/PoolDatabase.h"
 #include "pool/PoolList.h"
 #include "pool/PoolOperations.h"
 #include "pool/PoolContext.h"
@@ -55,8 +56,9 @@ void DeleteButton(const PoolContext& session) {
     if (answer != MessageAnswer::Yes) return;
     try {
         DeletePresetRows(session, id);
-    } catch (const DatabaseError&) {
-        session.prompter.message("Database Error", "There has been a Database Error");
+    } catch (const DatabaseError& e) {
+        const PoolMessage message = DatabaseErrorMessage(e, session.pool.path());
+        session.prompter.message(message.title, message.text);
         return;
     }
     ReloadPoolList(session);

@@ -1,6 +1,7 @@
 #include <optional>
 
 #include "base/MSBModule.h"
+#include "db/PoolDatabase.h"
 #include "pool/PoolList.h"
 #include "pool/PoolOperations.h"
 #include "pool/PresetLoad.h"
@@ -48,8 +49,9 @@ void DuplicateButton(const PoolContext& session) {
             session.prompter.message("Cannot Duplicate", "That name is already taken.  Please enter another.");
             return;
         }
-    } catch (const DatabaseError&) {
-        session.prompter.message("Database Error", "There has been a Database Error");
+    } catch (const DatabaseError& e) {
+        const PoolMessage message = DatabaseErrorMessage(e, session.pool.path());
+        session.prompter.message(message.title, message.text);
         return;
     }
     // The copy goes through the editor so that it gets every companion row.

@@ -1,6 +1,7 @@
 #include <optional>
 
 #include "base/MSBModule.h"
+#include "db/PoolDatabase.h"
 #include "pool/PoolList.h"
 #include "pool/PoolOperations.h"
 #include "pool/PoolContext.h"
@@ -53,8 +54,9 @@ void RenameButton(const PoolContext& session) {
             .bind(":ID", id)
             .run();
         transaction.commit();
-    } catch (const DatabaseError&) {
-        session.prompter.message("Database Error", "There has been a Database Error");
+    } catch (const DatabaseError& e) {
+        const PoolMessage message = DatabaseErrorMessage(e, session.pool.path());
+        session.prompter.message(message.title, message.text);
         return;
     }
     // The editor holding this preset stores it under the new name from now on.

@@ -1,6 +1,7 @@
 #include "pool/PresetStore.h"
 
 #include <optional>
+#include "db/PoolDatabase.h"
 
 #include "preset/PristinePreset.h"
 #include "editor/ImageSlots.h"
@@ -399,8 +400,9 @@ void StoreInPoolButton(const PoolContext& session) {
         editor.preset.ID = static_cast<std::int32_t>(id);
         editor.notifyChanged();
         followUp(session, id);
-    } catch (const DatabaseError&) {
-        session.prompter.message("Database Error", "There has been a Database Error");
+    } catch (const DatabaseError& e) {
+        const PoolMessage message = DatabaseErrorMessage(e, session.pool.path());
+        session.prompter.message(message.title, message.text);
     }
 }
 

@@ -10,7 +10,11 @@
 namespace tavlo {
 
 bool OpenPoolForStartup(PoolDatabase& pool, const std::string& path, Prompter& prompter) {
-    const PoolOpenResult result = pool.open(path);
+    // The program keeps the pool for its whole run: another Tavlo that
+    // finds it taken is told so at once instead of waiting.
+    PoolOpenOptions options;
+    options.wholeRun = true;
+    const PoolOpenResult result = pool.open(path, options);
     if (result.ok()) return true;
     const PoolMessage message = PoolOpenMessage(result, path);
     prompter.message(message.title, message.text);

@@ -1,18 +1,30 @@
 #include <QAction>
 #include <QApplication>
+#include <QFileSystemModel>
 #include <QMdiArea>
 #include <QMenu>
 #include <QMenuBar>
+#include <QProcess>
+#include <QStandardPaths>
 #include <QtTest>
+
+#include <sqlite3.h>
+#include <sys/inotify.h>
+#include <unistd.h>
 
 #include "ScriptedPrompter.h"
 #include "TempDir.h"
 #include "db/PoolDatabase.h"
 #include "pool/PresetLoad.h"
 #include "shell/Program.h"
-#include "db/PoolDatabase.h"
+#include "editor/EditorState.h"
+#include "editor/InitPreset.h"
+#include "pool/PresetStore.h"
+#include "pool/PresetSysexFile.h"
 #include "shell/TavloController.h"
 #include "shell/TavloProgram.h"
+#include "ui/GuardedApplication.h"
+#include "ui/QtPrompter.h"
 
 using namespace tavlo;
 using namespace tavlo::testing;
@@ -25,6 +37,9 @@ private slots:
     void clearDefaultsAsksFirst();
     void closingWritesWindowStates();
     void aVanishedPresetRowEndsTheProgram();
+    void aPoolSharedWithTheCommandLineLosesNothing();
+    void fileDialogsStartInDocumentsThenTheLastFolder();
+    void anExceptionInAnEventHandlerIsToldAndTheProgramGoesOn();
 };
 
 static bool anyVisibleWindow() {
@@ -145,5 +160,119 @@ void TavloControllerTest::aVanishedPresetRowEndsTheProgram() {
     QVERIFY(prompter.done());
 }
 
-QTEST_MAIN(TavloControllerTest)
+static std::int64_t storeFromEditor(Program& s, const std::string& name) {
+    InitializePreset(s);
+    s.editor.preset.Name = name;
+    s.editor.preset.Faders[0].Function = 1;
+    StoreInPoolButton(s);
+    return s.editor.preset.ID;
+}
+
+// The program and tavlo-cli on one pool: the command line is turned away
+// while the program owns the pool, a file dialog over the pool's folder
+// opens none of its files, and every preset stored by either survives.
+void TavloControllerTest::aPoolSharedWithTheCommandLineLosesNothing() {
+    const QString cli = qEnvironmentVariable("TAVLO_BUILD_DIR") + "/tools/tavlo-cli";
+    if (!QFileInfo(cli).isExecutable()) QSKIP("tavlo-cli not built");
+    TempDir dir;
+    const QString folder = QString::fromStdString(dir.path().string());
+    const std::string path = dir.file("pool.db");  // a name file type guessers read into
+    const std::string syx = dir.file("cli.syx");
+    QString err;
+    auto runCli = [&](QStringList args) {
+        QProcess process;
+        process.start(cli, args << "--pool" << QString::fromStdString(path));
+        process.waitForFinished(60000);
+        err = QString::fromUtf8(process.readAllStandardError());
+        return process.exitCode();
+    };
+    const QStringList import = {"pool", "import", QString::fromStdString(syx), "--on-clash", "rename-new:Cli One"};
+    {
+        ScriptedPrompter prompter;
+        TavloProgram program(prompter);
+        QVERIFY(program.start(path));
+        program.controller()->show();
+        Program& s = program.program();
+        QVERIFY(WritePresetSysexFile(s, storeFromEditor(s, "Gui One"), syx));
+
+        QCOMPARE(runCli(import), 2);
+        QVERIFY2(err.contains(QString("This pool is open in another Tavlo (pid %1).").arg(getpid())), qPrintable(err));
+
+        const int watch = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
+        QVERIFY(watch >= 0);
+        inotify_add_watch(watch, folder.toLocal8Bit().constData(), IN_OPEN);
+        {
+            QtPrompter qt;
+            const auto dialog = qt.fileDialog({"Open", "All Files (*.*)|*.*", "", folder.toStdString()},
+                                              QFileDialog::AcceptOpen);
+            dialog->show();
+            auto* model = dialog->findChild<QFileSystemModel*>();
+            QVERIFY(model);
+            QTRY_VERIFY(model->rowCount(model->index(folder)) >= 3);
+            QTest::qWait(300);  // the model's helper thread looks at each file
+            dialog->close();
+        }
+        QStringList opened;
+        alignas(inotify_event) char buffer[4096];
+        for (ssize_t n; (n = read(watch, buffer, sizeof buffer)) > 0;)
+            for (char* p = buffer; p < buffer + n; p += sizeof(inotify_event) + reinterpret_cast<inotify_event*>(p)->len)
+                if (const auto* e = reinterpret_cast<inotify_event*>(p); e->len && QString(e->name).startsWith("pool.db"))
+                    opened << e->name;
+        close(watch);
+        QVERIFY2(opened.isEmpty(), qPrintable(opened.join(", ")));
+
+        storeFromEditor(s, "Gui Two");
+        QVERIFY(program.controller()->close());
+        QVERIFY(prompter.done());
+    }
+    QCOMPARE(runCli(import), 0);
+    QCOMPARE(runCli({"pool", "check"}), 0);
+    QProcess list;
+    list.start(cli, {"pool", "list", "--pool", QString::fromStdString(path)});
+    QVERIFY(list.waitForFinished(60000));
+    QCOMPARE(QString::fromUtf8(list.readAllStandardOutput()).split('\n', Qt::SkipEmptyParts),
+             QStringList({"--Initialized--", "Cli One", "Gui One", "Gui Two"}));
+}
+
+void TavloControllerTest::fileDialogsStartInDocumentsThenTheLastFolder() {
+    QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    if (!QFileInfo(documents).isDir()) documents = QDir::homePath();
+    QtPrompter qt;
+    const FileRequest request{"Save Preset", "Sysex Files (*.syx)|*.syx", ".syx", "Lead.syx"};
+    QCOMPARE(qt.fileDialog(request, QFileDialog::AcceptSave)->directory().absolutePath(), QDir(documents).absolutePath());
+
+    TempDir dir;
+    const QString chosen = QString::fromStdString(dir.file("Bass.syx"));
+    QTimer::singleShot(0, [&] {
+        auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        QVERIFY(dialog);
+        dialog->selectFile(chosen);
+        static_cast<QDialog*>(dialog)->accept();  // as the dialog's own button does
+    });
+    QCOMPARE(qt.saveFile(request), std::optional<std::string>(chosen.toStdString()));
+    QCOMPARE(qt.fileDialog(request, QFileDialog::AcceptSave)->directory().absolutePath(),
+             QString::fromStdString(dir.path().string()));
+}
+
+void TavloControllerTest::anExceptionInAnEventHandlerIsToldAndTheProgramGoesOn() {
+    auto* app = static_cast<GuardedApplication*>(qApp);
+    QStringList told;
+    app->setPoolPath("/p/Tavlo.mdb");
+    app->setReporter([&](const std::string& title, const std::string& text) {
+        told << QString::fromStdString(title + ": " + text);
+    });
+    QTimer::singleShot(0, [] { throw DatabaseError("database or disk is full", SQLITE_FULL); });
+    QTimer::singleShot(0, [] { throw PoolBusy(); });
+    QTRY_COMPARE(told.size(), 2);
+    QCOMPARE(told[0], "Disk Full: The disk that holds the pool /p/Tavlo.mdb is full.  What you did last was not stored.");
+    QCOMPARE(told[1], "Pool Busy: The pool /p/Tavlo.mdb is busy: another program is writing to it.  Nothing was "
+                      "changed; try again in a moment.");
+    app->setReporter({});
+}
+
+int main(int argc, char** argv) {
+    GuardedApplication app(argc, argv);
+    TavloControllerTest test;
+    return QTest::qExec(&test, argc, argv);
+}
 #include "TavloController_test.moc"

@@ -45,5 +45,13 @@ before=$(count "SELECT COUNT(*) FROM FaderRec")
 "$cli" pool import "$dir/junk.syx" --pool "$POOL" >/dev/null 2>"$dir/err" && fail "junk accepted"
 grep -q "Cannot Import Preset Sysex" "$dir/err" || fail "junk message"
 [ "$(count "SELECT COUNT(*) FROM FaderRec")" == "$before" ] || fail "junk changed the pool"
+# Twenty imports at once: each waits its turn for the pool, and all succeed.
+pids=()
+for i in $(seq 1 20); do
+    "$cli" pool import "$dir/lead.syx" --on-clash rename-new:"Par $i" --pool "$POOL" >"$dir/par$i" 2>&1 &
+    pids+=($!)
+done
+for i in "${!pids[@]}"; do wait "${pids[$i]}" || fail "parallel import $((i + 1)): $(cat "$dir/par$((i + 1))")"; done
+[ "$(count "SELECT COUNT(*) FROM PresetRec WHERE Name LIKE 'Par %'")" == 20 ] || fail "parallel imports lost presets"
 "$cli" pool check --pool "$POOL" >/dev/null || fail "pool not sound afterwards"
 echo ok

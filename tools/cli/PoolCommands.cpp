@@ -16,7 +16,7 @@ int poolInit(const CliArgs& args, std::ostream& out, std::ostream& err) {
     if (!result.ok()) {
         const PoolMessage message = PoolOpenMessage(result, path);
         err << message.title << ": " << message.text << "\n";
-        return kExitFailed;
+        return kExitBadInput;
     }
     out << (existed && !result.created ? "pool already exists: " : "created pool: ") << path << "\n";
     return kExitOk;
@@ -27,6 +27,7 @@ int poolCheck(const CliArgs& args, std::ostream& out, std::ostream&) {
     const PoolCheckReport report = CheckPool(path);
     out << "pool: " << path << "\n";
     for (const std::string& line : report.lines) out << "  " << line << "\n";
+    if (report.inUse) return kExitBadInput;
     out << (report.sound ? "sound" : "NOT SOUND") << "\n";
     return report.sound ? kExitOk : kExitFailed;
 }

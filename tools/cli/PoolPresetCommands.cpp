@@ -70,7 +70,7 @@ int poolList(const CliArgs& args, std::ostream& out, std::ostream& err) {
         return kExitUsage;
     }
     PoolPresetSession cli(err);
-    if (!cli.open(args, err)) return kExitFailed;
+    if (!cli.open(args, err)) return kExitBadInput;
     cli.session->poolForm.OrderOption = order == "name" ? PoolOrder::ByName : PoolOrder::ByDevice;
     ReloadPoolList(*cli.session);
     for (const auto& line : cli.session->poolForm.PoolList.lines()) out << Windows1252ToUtf8(line.text) << "\n";
@@ -140,7 +140,7 @@ int poolShow(const CliArgs& args, std::ostream& out, std::ostream& err) {
         return kExitUsage;
     }
     PoolPresetSession cli(err);
-    if (!cli.open(args, err)) return kExitFailed;
+    if (!cli.open(args, err)) return kExitBadInput;
     const std::int64_t id = cli.presetId(args.positional()[0]);
     if (id < 0) {
         err << "tavlo-cli: no preset named '" << args.positional()[0] << "' in the pool\n";
@@ -178,7 +178,7 @@ int poolImport(const CliArgs& args, std::ostream& out, std::ostream& err) {
         return kExitUsage;
     }
     PoolPresetSession cli(err);
-    if (!cli.open(args, err)) return kExitFailed;
+    if (!cli.open(args, err)) return kExitBadInput;
     if (const auto clash = args.option("--on-clash")) {
         ChoiceAnswer answer;
         if (!clashAnswer(*clash, answer)) {

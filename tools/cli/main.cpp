@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "CliCommand.h"
+#include "db/PoolDatabase.h"
 
 using namespace tavlo::cli;
 
@@ -46,6 +47,14 @@ int main(int argc, char** argv) {
     }
     try {
         return command->run(args, std::cout, std::cerr);
+    } catch (const tavlo::PoolBusy&) {
+        const tavlo::PoolMessage message = tavlo::PoolBusyMessage(args.poolPath());
+        std::cerr << message.title << ": " << message.text << "\n";
+        return kExitBadInput;
+    } catch (const tavlo::DatabaseError& e) {
+        const tavlo::PoolMessage message = tavlo::DatabaseErrorMessage(e, args.poolPath());
+        std::cerr << message.title << ": " << message.text << " (" << e.what() << ")\n";
+        return kExitFailed;
     } catch (const std::exception& e) {
         std::cerr << "tavlo-cli: " << e.what() << "\n";
         return kExitFailed;

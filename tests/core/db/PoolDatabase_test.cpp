@@ -1,6 +1,7 @@
 #include "db/PoolDatabase.h"
 
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
 #include <filesystem>
 #include <fstream>
@@ -164,6 +165,24 @@ TEST_F(NewPool, TransactionRollsBackUnlessCommitted) {
         outer.commit();
     }
     EXPECT_EQ(db().queryInt("SELECT count(*) FROM DefaultsTable"), before + 1);
+}
+
+// A write that can't get the pool gives up before writing anything, as a
+// PoolBusy the flows' own database-error handling doesn't swallow.
+TEST(PoolWrites, ABusyPoolRefusesTheWholeWriteAtItsStart) {
+    TempDir dir;
+    Database holder, writer;
+    holder.open(dir.file("p.db"), Database::Mode::ReadWriteCreate);
+    holder.exec("PRAGMA journal_mode = WAL; CREATE TABLE T (x)");
+    writer.open(dir.file("p.db"), Database::Mode::ReadWrite);
+    sqlite3_busy_timeout(writer.handle(), 50);
+    holder.exec("BEGIN IMMEDIATE");
+    EXPECT_THROW(Transaction{writer}, PoolBusy);
+    holder.exec("ROLLBACK");
+    Transaction transaction(writer);
+    writer.exec("INSERT INTO T VALUES (1)");
+    transaction.commit();
+    EXPECT_EQ(holder.queryInt("SELECT count(*) FROM T"), 1);
 }
 
 TEST_F(NewPool, IsSoundAndReopensWithoutCreatingAgain) {
