@@ -17,7 +17,8 @@ SQL
 # A clash with nothing to answer it is an error and changes nothing.
 before=$(count "SELECT COUNT(*) FROM PresetRec")
 "$cli" pool import "$dir/lead.syx" --pool "$POOL" >/dev/null 2>"$dir/err" && fail "unanswered clash accepted"
-grep -q "question not answered: MemImageOrPoolChoiceForm" "$dir/err" || fail "message: $(cat "$dir/err")"
+grep -q "question not answered: Duplicate Preset Name: .*--on-clash .*--scene-refs " "$dir/err" || fail "message: $(cat "$dir/err")"
+grep -q "Form" "$dir/err" && fail "a window's name in: $(cat "$dir/err")"
 [ "$(count "SELECT COUNT(*) FROM PresetRec")" == "$before" ] || fail "unanswered clash changed the pool"
 
 "$cli" pool import "$dir/lead.syx" --on-clash keep --pool "$POOL" | grep -qx "kept the pool's preset: Lead" || fail "keep"

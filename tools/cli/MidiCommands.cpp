@@ -1,8 +1,12 @@
 // tavlo-cli midi ports / midi get / midi send: dumps to and from a device
 // from scripts, through the same ports and exchange as the program.
+#include <algorithm>
 #include <cmath>
 #include <fstream>
 #include <iostream>
+
+#include <alsa/asoundlib.h>
+#include <jack/jack.h>
 
 #include "CliCommand.h"
 #include "midilink/DeviceMessages.h"
@@ -17,6 +21,50 @@
 namespace tavlo::cli {
 namespace {
 
+void IgnoreAlsaError(const char*, int, const char*, int, const char*, ...) {}
+
+// RtMidi's warnings go to std::cerr, which is ours again afterwards.
+template <typename Call>
+auto Quietly(Call call) {
+    struct Restore {
+        std::streambuf* kept;
+        ~Restore() { std::cerr.rdbuf(kept); }
+    } restore{std::cerr.rdbuf(nullptr)};
+    return call();
+}
+
+// The system's MIDI with the libraries' own chatter kept off stderr. With no
+// JACK server running, libjack writes every failed connection attempt of a
+// port probe there (dozens of lines), alsa-lib does the same without a
+// sequencer, and RtMidi adds a warning for each port it makes, from
+// constructors that take no error callback. What was found, or that a device
+// is missing, the commands say themselves.
+class QuietSystemMidi : public MidiBackend {
+public:
+    explicit QuietSystemMidi(std::shared_ptr<MidiBackend> system) : system_(std::move(system)) {
+        jack_set_error_function([](const char*) {});
+        jack_set_info_function([](const char*) {});
+        snd_lib_error_set_handler(&IgnoreAlsaError);
+    }
+
+    std::vector<std::string> inputNames() override {
+        return Quietly([&] { return system_->inputNames(); });
+    }
+    std::vector<std::string> outputNames() override {
+        return Quietly([&] { return system_->outputNames(); });
+    }
+    std::unique_ptr<InputConnection> openInput(const std::string& name, MessageSink sink,
+                                               std::string& error) override {
+        return Quietly([&] { return system_->openInput(name, std::move(sink), error); });
+    }
+    std::unique_ptr<OutputConnection> openOutput(const std::string& name, std::string& error) override {
+        return Quietly([&] { return system_->openOutput(name, error); });
+    }
+
+private:
+    std::shared_ptr<MidiBackend> system_;
+};
+
 // A session with no pool: the MIDI link is all these commands need.
 struct MidiSession {
     MidiSession(const CliArgs& args, std::ostream& err) : prompter(&err, MessageAnswer::OK) {
@@ -27,7 +75,7 @@ struct MidiSession {
         options.clientName = "tavlo-cli";
         options.wirePacing = !args.flag("--no-pacing");
         options.wait = [this](std::int64_t ms) { Pause(*session, ms); };
-        session->midiLink.setSystemBackend(std::make_shared<RtMidiBackend>(options));
+        session->midiLink.setSystemBackend(std::make_shared<QuietSystemMidi>(std::make_shared<RtMidiBackend>(options)));
     }
 
     template <typename Port>

@@ -176,6 +176,11 @@ int poolImport(const CliArgs& args, std::ostream& out, std::ostream& err) {
     }
     PoolPresetSession cli(err);
     if (!cli.open(args, err)) return kExitFailed;
+    cli.prompter.answeredBy("MemImageOrPoolChoiceForm",
+                            "--on-clash keep|overwrite|rename-pool:NEW|rename-new:NEW; an overwrite of a preset whose "
+                            "scenes other presets use also needs --scene-refs move|remove|keep");
+    cli.prompter.answeredBy("Resolve Scene References", "--scene-refs move|remove|keep");
+    cli.prompter.answeredBy("Enter New Preset Name", "--blank-name NAME");
     if (const auto clash = args.option("--on-clash")) {
         ChoiceAnswer answer;
         if (!clashAnswer(*clash, answer)) {
