@@ -17,5 +17,8 @@ if "$cli" pool check --pool "$dir/notes.txt" >/dev/null; then fail "a text file 
 if "$cli" pool init --pool "$dir/notes.txt" >/dev/null 2>&1; then fail "init over a text file succeeded"; fi
 [[ "$(sha1sum "$dir/notes.txt")" == "$before" ]] || fail "the text file was changed"
 
-if "$cli" pool check --pool "$dir/missing.mdb" >/dev/null; then fail "a missing file passed"; fi
+expect_statuses <<CASES
+2|pool check --pool "$dir/missing.mdb"
+64|pool check --pool "$dir/new/Tavlo.mdb" --repair
+CASES
 echo "pool check: all passed"

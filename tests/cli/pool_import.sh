@@ -31,7 +31,12 @@ lead_id=$(count "SELECT ID FROM PresetRec WHERE Name = 'Lead'")
 # A rename to a name the pool holds is refused by the dialogue; nothing changes.
 "$cli" pool import "$dir/lead.syx" --on-clash rename-new:"old lead" --pool "$POOL" >/dev/null 2>"$dir/err" && fail "taken name accepted"
 grep -q "Cannot Continue Store: That Preset Name already exists in the database.  Please choose another." "$dir/err" || fail "taken name message"
-"$cli" pool import "$dir/lead.syx" --on-clash sideways --pool "$POOL" >/dev/null 2>&1 && fail "unknown --on-clash"
+expect_statuses <<CASES
+64|pool import "$dir/lead.syx" --on-clash sideways --pool "$POOL"
+64|pool import "$dir/lead.syx" --on-clash keep --bogus --pool "$POOL"
+2|pool import "$dir/lead.syx" --on-clash keep --pool "$dir/typo.mdb"
+CASES
+[ ! -e "$dir/typo.mdb" ] || fail "import made a pool at a mistyped path"
 
 # The JSON of a stored preset carries what the dump carried.
 "$cli" pool show "Lead Copy" --pool "$POOL" >"$dir/show.json" || fail "show"

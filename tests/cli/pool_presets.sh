@@ -63,5 +63,19 @@ grep -q "question not answered: About to Delete Preset" "$dir/err" || fail "unan
 "$cli" pool delete "Al's Pad" --yes --pool "$POOL" >/dev/null || fail "delete"
 [ "$(sqlite3 "$POOL" "SELECT Function || ':' || ScenePreset FROM ButtonRec b, PresetRec p WHERE b.PresetREF = p.ID AND p.Name = 'Bass Rig'")" == "0:-1" ] \
     || fail "the sending button was not turned off"
+
+# Command lines that are refused change nothing; "--" lets a name begin with "--".
+before=$(sqlite3 "$POOL" "SELECT group_concat(Name, '|') FROM PresetRec")
+expect_statuses <<CASES
+64|pool list --bogus --pool "$POOL"
+64|pool show --Initialized-- --pool "$POOL"
+0|pool show --pool "$POOL" -- --Initialized--
+64|pool delete Copy --yes=no --pool "$POOL"
+2|pool list --pool "$dir/Tavlo-typo.mdb"
+2|pool duplicate Copy Other --pool "$dir/Tavlo-typo.mdb"
+CASES
+[ "$(sqlite3 "$POOL" "SELECT group_concat(Name, '|') FROM PresetRec")" == "$before" ] || fail "a refusal changed the pool"
+[ ! -e "$dir/Tavlo-typo.mdb" ] || fail "a mistyped --pool made a pool"
+[[ $("$cli" pool list --help --pool "$dir/Tavlo-typo.mdb") == "usage: tavlo-cli pool list "* ]] || fail "pool list --help"
 "$cli" pool check --pool "$POOL" >/dev/null || fail "pool not sound afterwards"
 echo "ok"

@@ -1,7 +1,6 @@
 // tavlo-cli midi ports / midi get / midi send: dumps to and from a device
 // from scripts, through the same ports and exchange as the program.
 #include <algorithm>
-#include <cmath>
 #include <fstream>
 #include <iostream>
 
@@ -156,18 +155,9 @@ int midiGet(const CliArgs& args, std::ostream& out, std::ostream& err) {
         err << "usage: tavlo-cli " << Commands().at("midi get").usage << "\n";
         return kExitUsage;
     }
-    int deviceId = 0;
-    double timeout = 0;
-    try {
-        if (const auto id = args.option("--device-id")) deviceId = std::stoi(*id);
-        if (const auto t = args.option("--timeout")) timeout = std::stod(*t);
-    } catch (const std::exception&) {
-        deviceId = -1;
-    }
-    if (deviceId < 0 || deviceId > 15 || timeout < 0 || !std::isfinite(timeout)) {
-        err << "tavlo-cli: --device-id takes 0 to 15, --timeout a number of seconds\n";
-        return kExitUsage;
-    }
+    const int deviceId = static_cast<int>(args.wholeNumber("--device-id", 0, 15, 0));
+    // 0 is the flow's own time-out; a day is more than any dump needs.
+    const double timeout = args.seconds("--timeout", 86400, 0);
 
     MidiSession midi(args, err);
     if (!midi.openPorts(*in, *outName, err)) return kExitFailed;
@@ -201,16 +191,8 @@ int midiSend(const CliArgs& args, std::ostream& out, std::ostream& err) {
         err << "usage: tavlo-cli " << Commands().at("midi send").usage << "\n";
         return kExitUsage;
     }
-    int pauseMs = static_cast<int>(kPauseTimerMs);
-    try {
-        if (const auto p = args.option("--pause")) pauseMs = std::stoi(*p);
-    } catch (const std::exception&) {
-        pauseMs = -1;
-    }
-    if (pauseMs < 0) {
-        err << "tavlo-cli: --pause takes milliseconds\n";
-        return kExitUsage;
-    }
+    // Up to an hour between dumps.
+    const std::int64_t pauseMs = args.wholeNumber("--pause", 0, 3600000, kPauseTimerMs);
     const std::string& path = args.positional()[0];
     const auto bytes = ReadInputFile(path, err);
     if (!bytes) return kExitBadInput;
@@ -252,18 +234,21 @@ const CommandRegistrar search{{"midi search",
                                "midi search --in NAME --out NAME [--api jack|alsa]   find the device's identifier "
                                "(channel search; exit 3: no answer)",
                                {"--in", "--out", "--api"},
+                               {"--no-pacing"},
                                midiSearch}};
-const CommandRegistrar ports{{"midi ports", "midi ports [--api jack|alsa]   list the MIDI devices", {"--api"}, midiPorts}};
+const CommandRegistrar ports{{"midi ports", "midi ports [--api jack|alsa]   list the MIDI devices", {"--api"}, {}, midiPorts}};
 const CommandRegistrar get{
     {"midi get",
      "midi get all-presets|all-scenes|all-globals|edit-buffer --in NAME --out NAME [--device-id N] [--timeout S] "
      "[--api jack|alsa] [--no-pacing] -o FILE.syx   get a dump from the device (exit 3: no answer)",
-     {"--in", "--out", "--device-id", "--timeout", "--api"},
+     {"--in", "--out", "--device-id", "--timeout", "--api", "-o"},
+     {"--no-pacing"},
      midiGet}};
 const CommandRegistrar send{{"midi send",
                              "midi send FILE.syx --out NAME [--api jack|alsa] [--no-pacing] [--pause MS]   send the "
                              "dumps of a file to the device",
                              {"--out", "--api", "--pause"},
+                             {"--no-pacing"},
                              midiSend}};
 
 }  // namespace

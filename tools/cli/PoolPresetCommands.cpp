@@ -87,7 +87,7 @@ int runFlow(PoolPresetSession& cli, std::ostream& err, Flow flow) {
 }
 
 int poolRename(const CliArgs& args, std::ostream& out, std::ostream& err) {
-    if (args.positional().size() != 2) return kExitUsage;
+    if (args.positional().size() != 2) return UsageOf("pool rename", err);
     PoolPresetSession cli(err);
     if (!cli.open(args, err) || !cli.selectPreset(args.positional()[0], err)) return kExitBadInput;
     const std::string newName = Utf8ToWindows1252(args.positional()[1]);
@@ -98,7 +98,7 @@ int poolRename(const CliArgs& args, std::ostream& out, std::ostream& err) {
 }
 
 int poolDuplicate(const CliArgs& args, std::ostream& out, std::ostream& err) {
-    if (args.positional().size() != 2) return kExitUsage;
+    if (args.positional().size() != 2) return UsageOf("pool duplicate", err);
     PoolPresetSession cli(err);
     if (!cli.open(args, err) || !cli.selectPreset(args.positional()[0], err)) return kExitBadInput;
     cli.prompter.answerInput("Duplicate Preset", Utf8ToWindows1252(args.positional()[1]));
@@ -108,9 +108,10 @@ int poolDuplicate(const CliArgs& args, std::ostream& out, std::ostream& err) {
 }
 
 int poolDelete(const CliArgs& args, std::ostream& out, std::ostream& err) {
-    if (args.positional().size() != 1) return kExitUsage;
+    if (args.positional().size() != 1) return UsageOf("pool delete", err);
     PoolPresetSession cli(err);
     if (!cli.open(args, err) || !cli.selectPreset(args.positional()[0], err)) return kExitBadInput;
+    cli.prompter.answeredBy("About to Delete Preset", "--yes");
     if (args.flag("--yes")) cli.prompter.answerMessage("About to Delete Preset", MessageAnswer::Yes);
     const int status = runFlow(cli, err, [&] { DeleteButton(*cli.session); });
     if (status == kExitOk) out << "deleted: " << args.positional()[0] << "\n";
@@ -219,17 +220,18 @@ int poolImport(const CliArgs& args, std::ostream& out, std::ostream& err) {
     return kExitOk;
 }
 
-const CommandRegistrar show{{"pool show", "pool show NAME   a stored preset as JSON", {}, poolShow}};
+const CommandRegistrar show{{"pool show", "pool show NAME   a stored preset as JSON", {"--pool"}, {}, poolShow}};
 const CommandRegistrar importer{{"pool import",
                                  "pool import FILE.syx [--on-clash keep|overwrite|rename-pool:NEW|rename-new:NEW] "
                                  "[--scene-refs move|remove|keep] [--blank-name NAME]   store a preset dump in the pool",
-                                 {"--on-clash", "--scene-refs", "--blank-name"},
+                                 {"--on-clash", "--scene-refs", "--blank-name", "--pool"},
+                                 {},
                                  poolImport}};
-const CommandRegistrar exporter{{"pool export", "pool export NAME -o FILE.syx   write a preset as a sysex file", {}, poolExport}};
-const CommandRegistrar list{{"pool list", "pool list [--order name|device]   the presets of the pool", {"--order"}, poolList}};
-const CommandRegistrar rename{{"pool rename", "pool rename OLD NEW   rename a preset", {}, poolRename}};
-const CommandRegistrar duplicate{{"pool duplicate", "pool duplicate NAME NEW   copy a preset under a new name", {}, poolDuplicate}};
-const CommandRegistrar remove{{"pool delete", "pool delete NAME --yes   delete a preset with its scenes and strings", {}, poolDelete}};
+const CommandRegistrar exporter{{"pool export", "pool export NAME -o FILE.syx   write a preset as a sysex file", {"-o", "--pool"}, {}, poolExport}};
+const CommandRegistrar list{{"pool list", "pool list [--order name|device]   the presets of the pool", {"--order", "--pool"}, {}, poolList}};
+const CommandRegistrar rename{{"pool rename", "pool rename OLD NEW   rename a preset", {"--pool"}, {}, poolRename}};
+const CommandRegistrar duplicate{{"pool duplicate", "pool duplicate NAME NEW   copy a preset under a new name", {"--pool"}, {}, poolDuplicate}};
+const CommandRegistrar remove{{"pool delete", "pool delete NAME --yes   delete a preset with its scenes and strings", {"--pool"}, {"--yes"}, poolDelete}};
 
 }  // namespace
 }  // namespace tavlo::cli

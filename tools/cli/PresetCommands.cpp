@@ -184,16 +184,7 @@ int presetBuild(const CliArgs& args, std::ostream& out, std::ostream& err) {
     if (!model) return kExitUsage;
     MidiConfig midi;
     midi.PC1600Model = *model;
-    if (const auto id = args.option("--device-id")) {
-        try {
-            std::size_t used = 0;
-            midi.DeviceId = std::stoi(*id, &used);
-            if (used != id->size() || midi.DeviceId < 0 || midi.DeviceId > 15) throw std::invalid_argument(*id);
-        } catch (const std::exception&) {
-            err << "tavlo-cli: --device-id is a number from 0 to 15\n";
-            return kExitUsage;
-        }
-    }
+    midi.DeviceId = static_cast<int>(args.wholeNumber("--device-id", 0, 15, midi.DeviceId));
     const std::string& path = args.positional()[0];
     const auto text = ReadInputFile(path, err);
     if (!text) return kExitBadInput;
@@ -222,11 +213,13 @@ int presetBuild(const CliArgs& args, std::ostream& out, std::ostream& err) {
 const CommandRegistrar show{{"preset show",
                              "preset show FILE.syx [--model pc1600|pc1600x]   decode a single preset dump to JSON",
                              {"--model"},
+                             {},
                              presetShow}};
 const CommandRegistrar build{
     {"preset build",
      "preset build FILE.json [--model pc1600|pc1600x] [--device-id N] -o OUT.syx   encode a preset from JSON",
-     {"--model", "--device-id"},
+     {"--model", "--device-id", "-o"},
+     {},
      presetBuild}};
 
 }  // namespace
