@@ -18,7 +18,10 @@ if "$cli" pool check --pool "$dir/notes.txt" >/dev/null; then fail "a text file 
 if "$cli" pool init --pool "$dir/notes.txt" >/dev/null 2>&1; then fail "init over a text file succeeded"; fi
 [[ "$(sha1sum "$dir/notes.txt")" == "$before" ]] || fail "the text file was changed"
 
-if "$cli" pool check --pool "$dir/missing.mdb" >/dev/null; then fail "a missing file passed"; fi
+expect_statuses <<CASES
+2|pool check --pool "$dir/missing.mdb"
+64|pool check --pool "$dir/new/Tavlo.mdb" --repair
+CASES
 
 # A pool init killed half-way leaves no half-made pool that is refused for ever.
 for delay in 0.005 0.01 0.02 0.04; do

@@ -17,7 +17,8 @@ SQL
 # A clash with nothing to answer it is an error and changes nothing.
 before=$(count "SELECT COUNT(*) FROM PresetRec")
 "$cli" pool import "$dir/lead.syx" --pool "$POOL" >/dev/null 2>"$dir/err" && fail "unanswered clash accepted"
-grep -q "question not answered: MemImageOrPoolChoiceForm" "$dir/err" || fail "message: $(cat "$dir/err")"
+grep -q "question not answered: Duplicate Preset Name: .*--on-clash .*--scene-refs " "$dir/err" || fail "message: $(cat "$dir/err")"
+grep -q "Form" "$dir/err" && fail "a window's name in: $(cat "$dir/err")"
 [ "$(count "SELECT COUNT(*) FROM PresetRec")" == "$before" ] || fail "unanswered clash changed the pool"
 
 "$cli" pool import "$dir/lead.syx" --on-clash keep --pool "$POOL" | grep -qx "kept the pool's preset: Lead" || fail "keep"
@@ -30,7 +31,12 @@ lead_id=$(count "SELECT ID FROM PresetRec WHERE Name = 'Lead'")
 # A rename to a name the pool holds is refused by the dialogue; nothing changes.
 "$cli" pool import "$dir/lead.syx" --on-clash rename-new:"old lead" --pool "$POOL" >/dev/null 2>"$dir/err" && fail "taken name accepted"
 grep -q "Cannot Continue Store: That Preset Name already exists in the database.  Please choose another." "$dir/err" || fail "taken name message"
-"$cli" pool import "$dir/lead.syx" --on-clash sideways --pool "$POOL" >/dev/null 2>&1 && fail "unknown --on-clash"
+expect_statuses <<CASES
+64|pool import "$dir/lead.syx" --on-clash sideways --pool "$POOL"
+64|pool import "$dir/lead.syx" --on-clash keep --bogus --pool "$POOL"
+2|pool import "$dir/lead.syx" --on-clash keep --pool "$dir/typo.mdb"
+CASES
+[ ! -e "$dir/typo.mdb" ] || fail "import made a pool at a mistyped path"
 
 # The JSON of a stored preset carries what the dump carried.
 "$cli" pool show "Lead Copy" --pool "$POOL" >"$dir/show.json" || fail "show"

@@ -33,14 +33,17 @@ expect_lines "device order" "$("$cli" pool list --order device --pool "$POOL")" 
 # Rename: a clash is refused and changes nothing; a free name keeps references.
 "$cli" pool rename Alpha "bass rig" --pool "$POOL" 2>"$dir/err" && fail "clashing rename accepted"
 grep -q "Cannot Rename: That name 'bass rig' is already in use in the database." "$dir/err" || fail "clash message: $(cat "$dir/err")"
-"$cli" pool rename Alpha "Al's Pad" --pool "$POOL" >/dev/null || fail "rename"
+# The name printed is the one stored, blanks trimmed.
+out=$("$cli" pool rename Alpha "  Al's Pad " --pool "$POOL") || fail "rename"
+expect_lines "rename" "$out" "renamed: Alpha -> Al's Pad"
 [ "$(sqlite3 "$POOL" "SELECT COUNT(*) FROM ButtonRec b, PresetRec p WHERE b.ScenePreset = p.ID AND p.Name = 'Al' || char(732) || 's Pad'")" == 1 ] \
     || fail "rename lost the reference"
 "$cli" pool list --pool "$POOL" | grep -qx "Al's Pad" || fail "renamed preset not listed"
 "$cli" pool rename Nobody Else --pool "$POOL" 2>/dev/null && fail "rename of a missing preset"
 
 # Duplicate goes through the editor: the copy has all companion rows.
-"$cli" pool duplicate "Al's Pad" "Copy" --pool "$POOL" >/dev/null || fail "duplicate"
+out=$("$cli" pool duplicate "Al's Pad" "Copy " --pool "$POOL") || fail "duplicate"
+expect_lines "duplicate" "$out" "duplicated: Al's Pad -> Copy"
 [ "$(sqlite3 "$POOL" "SELECT COUNT(*) FROM FaderRec f, PresetRec p WHERE f.PresetREF = p.ID AND p.Name = 'Copy'")" == 18 ] \
     || fail "copy without its faders"
 [ "$(sqlite3 "$POOL" "SELECT COUNT(*) FROM SceneRec s, PresetRec p WHERE s.PresetREF = p.ID AND p.Name = 'Copy'")" == 1 ] \
@@ -63,5 +66,21 @@ grep -q "question not answered: About to Delete Preset" "$dir/err" || fail "unan
 "$cli" pool delete "Al's Pad" --yes --pool "$POOL" >/dev/null || fail "delete"
 [ "$(sqlite3 "$POOL" "SELECT Function || ':' || ScenePreset FROM ButtonRec b, PresetRec p WHERE b.PresetREF = p.ID AND p.Name = 'Bass Rig'")" == "0:-1" ] \
     || fail "the sending button was not turned off"
+
+# Command lines that are refused change nothing; "--" lets a name begin with "--".
+before=$(sqlite3 "$POOL" "SELECT group_concat(Name, '|') FROM PresetRec")
+expect_statuses <<CASES
+64|pool list --bogus --pool "$POOL"
+64|pool show --Initialized-- --pool "$POOL"
+0|pool show --pool "$POOL" -- --Initialized--
+64|pool delete Copy --yes=no --pool "$POOL"
+2|pool rename Copy "" --pool "$POOL"
+2|pool duplicate Copy "  " --pool "$POOL"
+2|pool list --pool "$dir/Tavlo-typo.mdb"
+2|pool duplicate Copy Other --pool "$dir/Tavlo-typo.mdb"
+CASES
+[ "$(sqlite3 "$POOL" "SELECT group_concat(Name, '|') FROM PresetRec")" == "$before" ] || fail "a refusal changed the pool"
+[ ! -e "$dir/Tavlo-typo.mdb" ] || fail "a mistyped --pool made a pool"
+[[ $("$cli" pool list --help --pool "$dir/Tavlo-typo.mdb") == "usage: tavlo-cli pool list "* ]] || fail "pool list --help"
 "$cli" pool check --pool "$POOL" >/dev/null || fail "pool not sound afterwards"
 echo "ok"

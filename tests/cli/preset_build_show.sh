@@ -100,4 +100,8 @@ printf '\xf7' >> "$dir/cut.syx"
 err=$("$cli" preset show "$dir/cut.syx" 2>&1 >/dev/null); status=$?
 [[ $status -eq 2 ]] || fail "show of a cut dump: status $status"
 has "$err" "The preset dump is damaged:"
+expect_statuses <<CASES
+64|preset build "$dir/live.json" --device-id " 3" -o "$dir/refused.syx"
+64|preset show "$dir/live.syx" --json
+CASES
 echo "preset build/show: all passed"

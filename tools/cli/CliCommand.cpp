@@ -1,6 +1,8 @@
 #include "CliCommand.h"
 
 #include <algorithm>
+#include <cctype>
+#include <charconv>
 #include <ostream>
 
 #include "db/PoolDatabase.h"
@@ -8,37 +10,63 @@
 
 namespace tavlo::cli {
 
-CliArgs::CliArgs(std::vector<std::string> words, std::vector<std::string> valueOptions) {
-    valueOptions.push_back("--pool");
+namespace {
+bool listed(const std::vector<std::string>& names, const std::string& name) {
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+// A number as written for display in a message: 86400, 0.5.
+std::string numberText(double value) {
+    std::string text = std::to_string(value);
+    text.erase(text.find_last_not_of('0') + 1);
+    if (text.back() == '.') text.pop_back();
+    return text;
+}
+}  // namespace
+
+CliArgs::CliArgs(std::vector<std::string> words, std::vector<std::string> valueOptions,
+                 std::vector<std::string> flags) {
+    bool optionsEnded = false;
     for (std::size_t i = 0; i < words.size(); ++i) {
         const std::string& word = words[i];
-        if (word.size() > 2 && word.rfind("--", 0) == 0) {
-            std::string name = word;
-            std::optional<std::string> value;
-            if (const auto eq = word.find('='); eq != std::string::npos) {
-                name = word.substr(0, eq);
-                value = word.substr(eq + 1);
-            }
-            if (std::find(valueOptions.begin(), valueOptions.end(), name) != valueOptions.end()) {
-                if (!value) {
-                    if (i + 1 >= words.size()) {
-                        error_ = "option " + name + " needs a value";
-                        return;
-                    }
-                    value = words[++i];
+        if (optionsEnded) {
+            positional_.push_back(word);
+            continue;
+        }
+        if (word == "--") {
+            optionsEnded = true;
+            continue;
+        }
+        const bool longOption = word.size() > 2 && word.rfind("--", 0) == 0;
+        // Other words with one dash stay positional: a name may begin with one.
+        if (!longOption && word != "-o") {
+            positional_.push_back(word);
+            continue;
+        }
+        std::string name = word;
+        std::optional<std::string> value;
+        if (const auto eq = word.find('='); longOption && eq != std::string::npos) {
+            name = word.substr(0, eq);
+            value = word.substr(eq + 1);
+        }
+        if (listed(valueOptions, name)) {
+            if (!value) {
+                if (i + 1 >= words.size()) {
+                    error_ = "option " + name + " needs a value";
+                    return;
                 }
-                options_[name] = *value;
-            } else {
-                flags_.push_back(name);
+                value = words[++i];
             }
-        } else if (word == "-o") {
-            if (i + 1 >= words.size()) {
-                error_ = "option -o needs a file name";
+            options_[name] = *value;
+        } else if (listed(flags, name)) {
+            if (value) {
+                error_ = "option " + name + " takes no value";
                 return;
             }
-            options_["-o"] = words[++i];
+            flags_.push_back(name);
         } else {
-            positional_.push_back(word);
+            error_ = "unknown option " + name;
+            return;
         }
     }
 }
@@ -49,8 +77,38 @@ std::optional<std::string> CliArgs::option(const std::string& name) const {
     return it->second;
 }
 
-bool CliArgs::flag(const std::string& name) const {
-    return std::find(flags_.begin(), flags_.end(), name) != flags_.end();
+bool CliArgs::flag(const std::string& name) const { return listed(flags_, name); }
+
+long long CliArgs::wholeNumber(const std::string& name, long long low, long long high, long long fallback) const {
+    const std::optional<std::string> text = option(name);
+    if (!text) return fallback;
+    long long value = 0;
+    const char* end = text->data() + text->size();
+    const auto [stop, status] = std::from_chars(text->data(), end, value);
+    // from_chars would take a leading minus; only digits are a whole number here.
+    if (text->empty() || !std::isdigit(static_cast<unsigned char>(text->front())) || stop != end ||
+        status != std::errc() || value < low || value > high)
+        throw UsageError(name + " takes a whole number from " + std::to_string(low) + " to " + std::to_string(high) +
+                         ", not \"" + *text + "\"");
+    return value;
+}
+
+double CliArgs::seconds(const std::string& name, double high, double fallback) const {
+    const std::optional<std::string> text = option(name);
+    if (!text) return fallback;
+    bool digits = false, point = false, plain = true;
+    for (const char c : *text) {
+        if (std::isdigit(static_cast<unsigned char>(c))) digits = true;
+        else if (c == '.' && !point) point = true;
+        else plain = false;
+    }
+    double value = 0;
+    const char* end = text->data() + text->size();
+    if (plain && digits) {
+        const auto [stop, status] = std::from_chars(text->data(), end, value, std::chars_format::fixed);
+        if (stop == end && status == std::errc() && value <= high) return value;
+    }
+    throw UsageError(name + " takes a number of seconds from 0 to " + numberText(high) + ", not \"" + *text + "\"");
 }
 
 std::string CliArgs::poolPath() const { return option("--pool").value_or(PoolDatabase::DefaultPath()); }
@@ -68,6 +126,11 @@ void RegisterCommand(CliCommand command) {
 }
 
 const std::map<std::string, CliCommand>& Commands() { return registry(); }
+
+int UsageOf(const std::string& commandName, std::ostream& err) {
+    err << "usage: tavlo-cli " << Commands().at(commandName).usage << "\n";
+    return kExitUsage;
+}
 
 std::optional<std::string> ReadInputFile(const std::string& path, std::ostream& err) {
     auto bytes = ReadWholeFile(path);

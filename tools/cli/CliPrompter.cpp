@@ -6,6 +6,13 @@
 
 namespace tavlo::cli {
 
+UnansweredQuestion CliPrompter::unanswered(const std::string& key, const std::string& title,
+                                           const std::string& text) const {
+    const auto hint = hints_.find(key);
+    return UnansweredQuestion(Windows1252ToUtf8(title), Windows1252ToUtf8(text),
+                              hint == hints_.end() ? std::string() : hint->second);
+}
+
 MessageAnswer CliPrompter::message(const std::string& title, const std::string& text, MessageButtons buttons) {
     const auto it = messages_.find(title);
     if (it != messages_.end()) return it->second;
@@ -14,33 +21,32 @@ MessageAnswer CliPrompter::message(const std::string& title, const std::string& 
         shown_.push_back(title);
         return MessageAnswer::OK;
     }
-    throw UnansweredQuestion(Windows1252ToUtf8(title), Windows1252ToUtf8(text));
+    throw unanswered(title, title, text);
 }
 
 std::optional<std::string> CliPrompter::input(const std::string& title, const std::string& prompt,
                                               const std::string&) {
     const auto it = inputs_.find(title);
-    if (it == inputs_.end()) throw UnansweredQuestion(Windows1252ToUtf8(title), Windows1252ToUtf8(prompt));
+    if (it == inputs_.end()) throw unanswered(title, title, prompt);
     std::string answer = it->second;
     inputs_.erase(it);  // an input box asked again is a refused answer
     return answer;
 }
 
 std::optional<std::string> CliPrompter::openFile(const FileRequest& request) {
-    if (!file_) throw UnansweredQuestion(request.title, request.filter);
+    if (!file_) throw unanswered(request.title, request.title, request.filter);
     return file_;
 }
 
 std::optional<std::string> CliPrompter::saveFile(const FileRequest& request) {
-    if (!file_) throw UnansweredQuestion(request.title, request.fileName);
+    if (!file_) throw unanswered(request.title, request.title, request.fileName);
     return file_;
 }
 
 ChoiceAnswer CliPrompter::choose(const ChoiceRequest& request) {
     const auto it = choices_.find(request.dialogName);
-    if (it == choices_.end())
-        throw UnansweredQuestion(request.dialogName + " (" + Windows1252ToUtf8(request.title) + ")",
-                                 Windows1252ToUtf8(request.text));
+    // Asked by its title: the window's own name means nothing on a command line.
+    if (it == choices_.end()) throw unanswered(request.dialogName, request.title, request.text);
     ChoiceAnswer answer = it->second;
     choices_.erase(it);
     return answer;

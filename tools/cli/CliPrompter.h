@@ -11,11 +11,13 @@
 namespace tavlo::cli {
 
 // A question of a flow that the command's options did not answer. The flow
-// ends there; its transaction leaves the pool as it was.
+// ends there; its transaction leaves the pool as it was. `options` names
+// what answers it on the command line, when an option does.
 class UnansweredQuestion : public std::runtime_error {
 public:
-    UnansweredQuestion(const std::string& title, const std::string& text)
-        : std::runtime_error("question not answered: " + title + ": " + text) {}
+    UnansweredQuestion(const std::string& title, const std::string& text, const std::string& options)
+        : std::runtime_error("question not answered: " + title + ": " + text +
+                             (options.empty() ? "" : " (answer it with " + options + ")")) {}
 };
 
 // The flows' questions answered from the command line: each answer is
@@ -32,6 +34,9 @@ public:
     // answer was refused, and asking again would loop.
     void answerChoice(const std::string& dialogName, ChoiceAnswer answer) { choices_[dialogName] = std::move(answer); }
     void answerFile(std::string path) { file_ = std::move(path); }
+    // The options that answer a question (by title or dialogue name), named
+    // when it is asked without an answer.
+    void answeredBy(const std::string& titleOrDialog, std::string options) { hints_[titleOrDialog] = std::move(options); }
 
     // A refusal or notice was shown.
     bool refused() const { return !shown_.empty(); }
@@ -52,6 +57,9 @@ private:
     std::map<std::string, ChoiceAnswer> choices_;
     std::optional<std::string> file_;
     std::vector<std::string> shown_;
+    std::map<std::string, std::string> hints_;
+
+    UnansweredQuestion unanswered(const std::string& key, const std::string& title, const std::string& text) const;
 };
 
 }  // namespace tavlo::cli

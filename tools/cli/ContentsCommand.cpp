@@ -24,7 +24,7 @@ int contents(const CliArgs& args, std::ostream& out, std::ostream& err) {
 }
 
 const CommandRegistrar registrar{
-    {"contents", "contents FILE.syx   list the messages of a sysex file", {}, contents}};
+    {"contents", "contents FILE.syx   list the messages of a sysex file", {}, {}, contents}};
 
 }  // namespace
 }  // namespace tavlo::cli

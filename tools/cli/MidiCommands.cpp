@@ -1,8 +1,11 @@
 // tavlo-cli midi ports / midi get / midi send: dumps to and from a device
 // from scripts, through the same ports and exchange as the program.
-#include <cmath>
+#include <algorithm>
 #include <fstream>
 #include <iostream>
+
+#include <alsa/asoundlib.h>
+#include <jack/jack.h>
 
 #include "CliCommand.h"
 #include "sysex/DeviceMessages.h"
@@ -19,6 +22,50 @@
 namespace tavlo::cli {
 namespace {
 
+void IgnoreAlsaError(const char*, int, const char*, int, const char*, ...) {}
+
+// RtMidi's warnings go to std::cerr, which is ours again afterwards.
+template <typename Call>
+auto Quietly(Call call) {
+    struct Restore {
+        std::streambuf* kept;
+        ~Restore() { std::cerr.rdbuf(kept); }
+    } restore{std::cerr.rdbuf(nullptr)};
+    return call();
+}
+
+// The system's MIDI with the libraries' own chatter kept off stderr. With no
+// JACK server running, libjack writes every failed connection attempt of a
+// port probe there (dozens of lines), alsa-lib does the same without a
+// sequencer, and RtMidi adds a warning for each port it makes, from
+// constructors that take no error callback. What was found, or that a device
+// is missing, the commands say themselves.
+class QuietSystemMidi : public MidiBackend {
+public:
+    explicit QuietSystemMidi(std::shared_ptr<MidiBackend> system) : system_(std::move(system)) {
+        jack_set_error_function([](const char*) {});
+        jack_set_info_function([](const char*) {});
+        snd_lib_error_set_handler(&IgnoreAlsaError);
+    }
+
+    std::vector<std::string> inputNames() override {
+        return Quietly([&] { return system_->inputNames(); });
+    }
+    std::vector<std::string> outputNames() override {
+        return Quietly([&] { return system_->outputNames(); });
+    }
+    std::unique_ptr<InputConnection> openInput(const std::string& name, MessageSink sink,
+                                               std::string& error) override {
+        return Quietly([&] { return system_->openInput(name, std::move(sink), error); });
+    }
+    std::unique_ptr<OutputConnection> openOutput(const std::string& name, std::string& error) override {
+        return Quietly([&] { return system_->openOutput(name, error); });
+    }
+
+private:
+    std::shared_ptr<MidiBackend> system_;
+};
+
 // A session with no pool: the MIDI link is all these commands need.
 struct MidiSession {
     MidiSession(const CliArgs& args, std::ostream& err)
@@ -29,7 +76,7 @@ struct MidiSession {
         options.clientName = "tavlo-cli";
         options.wirePacing = !args.flag("--no-pacing");
         options.wait = [this](std::int64_t ms) { Pause(*session, ms); };
-        session->midiLink.setSystemBackend(std::make_shared<RtMidiBackend>(options));
+        session->midiLink.setSystemBackend(std::make_shared<QuietSystemMidi>(std::make_shared<RtMidiBackend>(options)));
     }
 
     template <typename Port>
@@ -109,18 +156,9 @@ int midiGet(const CliArgs& args, std::ostream& out, std::ostream& err) {
         err << "usage: tavlo-cli " << Commands().at("midi get").usage << "\n";
         return kExitUsage;
     }
-    int deviceId = 0;
-    double timeout = 0;
-    try {
-        if (const auto id = args.option("--device-id")) deviceId = std::stoi(*id);
-        if (const auto t = args.option("--timeout")) timeout = std::stod(*t);
-    } catch (const std::exception&) {
-        deviceId = -1;
-    }
-    if (deviceId < 0 || deviceId > 15 || timeout < 0 || !std::isfinite(timeout)) {
-        err << "tavlo-cli: --device-id takes 0 to 15, --timeout a number of seconds\n";
-        return kExitUsage;
-    }
+    const int deviceId = static_cast<int>(args.wholeNumber("--device-id", 0, 15, 0));
+    // 0 is the flow's own time-out; a day is more than any dump needs.
+    const double timeout = args.seconds("--timeout", 86400, 0);
 
     MidiSession midi(args, err);
     if (!midi.openPorts(*in, *outName, err)) return kExitFailed;
@@ -154,16 +192,8 @@ int midiSend(const CliArgs& args, std::ostream& out, std::ostream& err) {
         err << "usage: tavlo-cli " << Commands().at("midi send").usage << "\n";
         return kExitUsage;
     }
-    int pauseMs = static_cast<int>(kPauseTimerMs);
-    try {
-        if (const auto p = args.option("--pause")) pauseMs = std::stoi(*p);
-    } catch (const std::exception&) {
-        pauseMs = -1;
-    }
-    if (pauseMs < 0) {
-        err << "tavlo-cli: --pause takes milliseconds\n";
-        return kExitUsage;
-    }
+    // Up to an hour between dumps.
+    const std::int64_t pauseMs = args.wholeNumber("--pause", 0, 3600000, kPauseTimerMs);
     const std::string& path = args.positional()[0];
     const auto bytes = ReadInputFile(path, err);
     if (!bytes) return kExitBadInput;
@@ -205,18 +235,21 @@ const CommandRegistrar search{{"midi search",
                                "midi search --in NAME --out NAME [--api jack|alsa]   find the device's identifier "
                                "(channel search; exit 3: no answer)",
                                {"--in", "--out", "--api"},
+                               {"--no-pacing"},
                                midiSearch}};
-const CommandRegistrar ports{{"midi ports", "midi ports [--api jack|alsa]   list the MIDI devices", {"--api"}, midiPorts}};
+const CommandRegistrar ports{{"midi ports", "midi ports [--api jack|alsa]   list the MIDI devices", {"--api"}, {}, midiPorts}};
 const CommandRegistrar get{
     {"midi get",
      "midi get all-presets|all-scenes|all-globals|edit-buffer --in NAME --out NAME [--device-id N] [--timeout S] "
      "[--api jack|alsa] [--no-pacing] -o FILE.syx   get a dump from the device (exit 3: no answer)",
-     {"--in", "--out", "--device-id", "--timeout", "--api"},
+     {"--in", "--out", "--device-id", "--timeout", "--api", "-o"},
+     {"--no-pacing"},
      midiGet}};
 const CommandRegistrar send{{"midi send",
                              "midi send FILE.syx --out NAME [--api jack|alsa] [--no-pacing] [--pause MS]   send the "
                              "dumps of a file to the device",
                              {"--out", "--api", "--pause"},
+                             {"--no-pacing"},
                              midiSend}};
 
 }  // namespace

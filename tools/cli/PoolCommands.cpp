@@ -32,8 +32,8 @@ int poolCheck(const CliArgs& args, std::ostream& out, std::ostream&) {
     return report.sound ? kExitOk : kExitFailed;
 }
 
-const CommandRegistrar init{{"pool init", "pool init [--pool PATH]   create a new pool with its seed rows", {}, poolInit}};
-const CommandRegistrar check{{"pool check", "pool check [--pool PATH]  check a pool: integrity, schema, seed rows", {}, poolCheck}};
+const CommandRegistrar init{{"pool init", "pool init [--pool PATH]   create a new pool with its seed rows", {"--pool"}, {}, poolInit}};
+const CommandRegistrar check{{"pool check", "pool check [--pool PATH]  check a pool: integrity, schema, seed rows", {"--pool"}, {}, poolCheck}};
 
 }  // namespace
 }  // namespace tavlo::cli

@@ -56,6 +56,22 @@ bool PoolPresetSession::selectPreset(const std::string& typedName, std::ostream&
     return true;
 }
 
+std::string PoolPresetSession::storedName(std::int64_t id) {
+    Statement find = pool.db().prepare("SELECT Name FROM PresetRec WHERE ID = :ID");
+    find.bind(":ID", id);
+    return find.step() ? Windows1252ToUtf8(MSBModule::Trim(MSBModule::DisplayDBString(find.getText(0)))) : "";
+}
+
+std::int64_t PoolPresetSession::lastPresetId() {
+    Statement last = pool.db().prepare("SELECT COALESCE(MAX(ID), 0) FROM PresetRec");
+    return last.step() ? last.getInt(0) : 0;
+}
+
+std::int64_t PoolPresetSession::changes() {
+    Statement count = pool.db().prepare("SELECT total_changes()");
+    return count.step() ? count.getInt(0) : 0;
+}
+
 int PoolPresetSession::finish(std::ostream& err, int okStatus) {
     (void)err;
     return prompter.refused() ? kExitFailed : okStatus;
@@ -89,31 +105,55 @@ int runFlow(PoolPresetSession& cli, std::ostream& err, Flow flow) {
     return cli.finish(err, kExitOk);
 }
 
+// The new name of a rename or a duplicate: one that is blank would leave the
+// pool as it was, which the window takes as a cancel but a script must learn.
+bool newNameGiven(const CliArgs& args, std::ostream& err) {
+    if (!MSBModule::Trim(Utf8ToWindows1252(args.positional()[1])).empty()) return true;
+    err << "tavlo-cli: the new name is empty\n";
+    return false;
+}
+
 int poolRename(const CliArgs& args, std::ostream& out, std::ostream& err) {
-    if (args.positional().size() != 2) return kExitUsage;
+    if (args.positional().size() != 2) return UsageOf("pool rename", err);
+    if (!newNameGiven(args, err)) return kExitBadInput;
     PoolPresetSession cli(err);
     if (!cli.open(args, err) || !cli.selectPreset(args.positional()[0], err)) return kExitBadInput;
+    const std::int64_t id = cli.presetId(args.positional()[0]);
+    const std::int64_t changesBefore = cli.changes();
     const std::string newName = Utf8ToWindows1252(args.positional()[1]);
     cli.prompter.answerInput("Rename Preset", newName);
-    const int status = runFlow(cli, err, [&] { RenameButton(*cli.session); });
-    if (status == kExitOk) out << "renamed: " << args.positional()[0] << " -> " << args.positional()[1] << "\n";
+    int status = runFlow(cli, err, [&] { RenameButton(*cli.session); });
+    if (status == kExitOk && cli.changes() == changesBefore) {
+        err << "tavlo-cli: '" << args.positional()[1] << "' is no name the pool can hold; nothing was renamed\n";
+        status = kExitBadInput;
+    }
+    // The name as the pool took it, which its rules may have trimmed.
+    if (status == kExitOk) out << "renamed: " << args.positional()[0] << " -> " << cli.storedName(id) << "\n";
     return status;
 }
 
 int poolDuplicate(const CliArgs& args, std::ostream& out, std::ostream& err) {
-    if (args.positional().size() != 2) return kExitUsage;
+    if (args.positional().size() != 2) return UsageOf("pool duplicate", err);
+    if (!newNameGiven(args, err)) return kExitBadInput;
     PoolPresetSession cli(err);
     if (!cli.open(args, err) || !cli.selectPreset(args.positional()[0], err)) return kExitBadInput;
+    const std::int64_t lastBefore = cli.lastPresetId();
     cli.prompter.answerInput("Duplicate Preset", Utf8ToWindows1252(args.positional()[1]));
-    const int status = runFlow(cli, err, [&] { DuplicateButton(*cli.session); });
-    if (status == kExitOk) out << "duplicated: " << args.positional()[0] << " -> " << args.positional()[1] << "\n";
+    int status = runFlow(cli, err, [&] { DuplicateButton(*cli.session); });
+    const std::int64_t copy = cli.lastPresetId();
+    if (status == kExitOk && copy == lastBefore) {
+        err << "tavlo-cli: '" << args.positional()[1] << "' is no name the pool can hold; nothing was copied\n";
+        status = kExitBadInput;
+    }
+    if (status == kExitOk) out << "duplicated: " << args.positional()[0] << " -> " << cli.storedName(copy) << "\n";
     return status;
 }
 
 int poolDelete(const CliArgs& args, std::ostream& out, std::ostream& err) {
-    if (args.positional().size() != 1) return kExitUsage;
+    if (args.positional().size() != 1) return UsageOf("pool delete", err);
     PoolPresetSession cli(err);
     if (!cli.open(args, err) || !cli.selectPreset(args.positional()[0], err)) return kExitBadInput;
+    cli.prompter.answeredBy("About to Delete Preset", "--yes");
     if (args.flag("--yes")) cli.prompter.answerMessage("About to Delete Preset", MessageAnswer::Yes);
     const int status = runFlow(cli, err, [&] { DeleteButton(*cli.session); });
     if (status == kExitOk) out << "deleted: " << args.positional()[0] << "\n";
@@ -179,6 +219,11 @@ int poolImport(const CliArgs& args, std::ostream& out, std::ostream& err) {
     }
     PoolPresetSession cli(err);
     if (!cli.open(args, err)) return kExitBadInput;
+    cli.prompter.answeredBy("MemImageOrPoolChoiceForm",
+                            "--on-clash keep|overwrite|rename-pool:NEW|rename-new:NEW; an overwrite of a preset whose "
+                            "scenes other presets use also needs --scene-refs move|remove|keep");
+    cli.prompter.answeredBy("Resolve Scene References", "--scene-refs move|remove|keep");
+    cli.prompter.answeredBy("Enter New Preset Name", "--blank-name NAME");
     if (const auto clash = args.option("--on-clash")) {
         ChoiceAnswer answer;
         if (!clashAnswer(*clash, answer)) {
@@ -212,22 +257,25 @@ int poolImport(const CliArgs& args, std::ostream& out, std::ostream& err) {
     for (const std::string& title : cli.prompter.shown())
         if (title != "Incompatibility to PC1600" && title != "PC1600 Incompatibility") return kExitFailed;
     const EditorState& editor = cli.session->editor;
-    out << (editor.PresetKeptInPool ? "kept the pool's preset: " : "stored: ")
-        << Windows1252ToUtf8(MSBModule::Trim(editor.preset.Name)) << "\n";
+    if (editor.PresetKeptInPool)
+        out << "kept the pool's preset: " << Windows1252ToUtf8(MSBModule::Trim(editor.preset.Name)) << "\n";
+    else  // the name as the pool took it, which its rules may have trimmed
+        out << "stored: " << cli.storedName(editor.preset.ID) << "\n";
     return kExitOk;
 }
 
-const CommandRegistrar show{{"pool show", "pool show NAME   a stored preset as JSON", {}, poolShow}};
+const CommandRegistrar show{{"pool show", "pool show NAME   a stored preset as JSON", {"--pool"}, {}, poolShow}};
 const CommandRegistrar importer{{"pool import",
                                  "pool import FILE.syx [--on-clash keep|overwrite|rename-pool:NEW|rename-new:NEW] "
                                  "[--scene-refs move|remove|keep] [--blank-name NAME]   store a preset dump in the pool",
-                                 {"--on-clash", "--scene-refs", "--blank-name"},
+                                 {"--on-clash", "--scene-refs", "--blank-name", "--pool"},
+                                 {},
                                  poolImport}};
-const CommandRegistrar exporter{{"pool export", "pool export NAME -o FILE.syx   write a preset as a sysex file", {}, poolExport}};
-const CommandRegistrar list{{"pool list", "pool list [--order name|device]   the presets of the pool", {"--order"}, poolList}};
-const CommandRegistrar rename{{"pool rename", "pool rename OLD NEW   rename a preset", {}, poolRename}};
-const CommandRegistrar duplicate{{"pool duplicate", "pool duplicate NAME NEW   copy a preset under a new name", {}, poolDuplicate}};
-const CommandRegistrar remove{{"pool delete", "pool delete NAME --yes   delete a preset with its scenes and strings", {}, poolDelete}};
+const CommandRegistrar exporter{{"pool export", "pool export NAME -o FILE.syx   write a preset as a sysex file", {"-o", "--pool"}, {}, poolExport}};
+const CommandRegistrar list{{"pool list", "pool list [--order name|device]   the presets of the pool", {"--order", "--pool"}, {}, poolList}};
+const CommandRegistrar rename{{"pool rename", "pool rename OLD NEW   rename a preset", {"--pool"}, {}, poolRename}};
+const CommandRegistrar duplicate{{"pool duplicate", "pool duplicate NAME NEW   copy a preset under a new name", {"--pool"}, {}, poolDuplicate}};
+const CommandRegistrar remove{{"pool delete", "pool delete NAME --yes   delete a preset with its scenes and strings", {"--pool"}, {"--yes"}, poolDelete}};
 
 }  // namespace
 }  // namespace tavlo::cli

@@ -21,6 +21,13 @@ struct PoolPresetSession {
     std::int64_t presetId(const std::string& typedName);
     // Makes the preset the selected line of the pool list, as a click would.
     bool selectPreset(const std::string& typedName, std::ostream& err);
+    // The name the pool holds for a preset, as the pool list shows it; empty
+    // when there is no such preset.
+    std::string storedName(std::int64_t id);
+    // The highest preset ID, and the count of rows changed since the pool was
+    // opened: what a flow that refused nothing has done.
+    std::int64_t lastPresetId();
+    std::int64_t changes();
     // The exit status: a refusal shown to the user is a failure.
     int finish(std::ostream& err, int okStatus);
 

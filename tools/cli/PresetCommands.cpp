@@ -182,17 +182,7 @@ int presetBuild(const CliArgs& args, std::ostream& out, std::ostream& err) {
     const auto model = modelOption(args, err);
     if (!model) return kExitUsage;
     const bool pc1600Model = *model;
-    int deviceId = 0;
-    if (const auto id = args.option("--device-id")) {
-        try {
-            std::size_t used = 0;
-            deviceId = std::stoi(*id, &used);
-            if (used != id->size() || deviceId < 0 || deviceId > 15) throw std::invalid_argument(*id);
-        } catch (const std::exception&) {
-            err << "tavlo-cli: --device-id is a number from 0 to 15\n";
-            return kExitUsage;
-        }
-    }
+    const int deviceId = static_cast<int>(args.wholeNumber("--device-id", 0, 15, 0));
     const std::string& path = args.positional()[0];
     const auto text = ReadInputFile(path, err);
     if (!text) return kExitBadInput;
@@ -222,11 +212,13 @@ int presetBuild(const CliArgs& args, std::ostream& out, std::ostream& err) {
 const CommandRegistrar show{{"preset show",
                              "preset show FILE.syx [--model pc1600|pc1600x]   decode a single preset dump to JSON",
                              {"--model"},
+                             {},
                              presetShow}};
 const CommandRegistrar build{
     {"preset build",
      "preset build FILE.json [--model pc1600|pc1600x] [--device-id N] -o OUT.syx   encode a preset from JSON",
-     {"--model", "--device-id"},
+     {"--model", "--device-id", "-o"},
+     {},
      presetBuild}};
 
 }  // namespace

@@ -69,9 +69,10 @@ const CommandRegistrar check{
     {"string check",
      "string check --context fader|button|setup [--model pc1600|pc1600x] TEXT   check typed bytes of a MIDI string",
      {"--context", "--model"},
+     {},
      stringCheck}};
 const CommandRegistrar parse{
-    {"string parse", "string parse TEXT [--json]   split a MIDI string into its messages", {}, stringParse}};
+    {"string parse", "string parse TEXT [--json]   split a MIDI string into its messages", {}, {"--json"}, stringParse}};
 
 }  // namespace
 }  // namespace tavlo::cli

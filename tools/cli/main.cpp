@@ -1,5 +1,7 @@
 // tavlo-cli: Tavlo's work without windows, for scripts and for checking
 // files, dumps and pools from outside.
+#include <algorithm>
+#include <filesystem>
 #include <iostream>
 #include <string>
 #include <vector>
@@ -40,13 +42,31 @@ int main(int argc, char** argv) {
         printUsage(std::cerr);
         return kExitUsage;
     }
-    CliArgs args(std::vector<std::string>(words.begin() + static_cast<long>(used), words.end()), command->valueOptions);
+    const std::vector<std::string> rest(words.begin() + static_cast<long>(used), words.end());
+    // Every command explains itself, whatever else is on the line (up to "--").
+    const auto optionsEnd = std::find(rest.begin(), rest.end(), "--");
+    if (std::find(rest.begin(), optionsEnd, "--help") != optionsEnd) {
+        std::cout << "usage: tavlo-cli " << command->usage << "\n";
+        return kExitOk;
+    }
+    const CliArgs args(rest, command->valueOptions, command->flags);
     if (!args.error().empty()) {
-        std::cerr << "tavlo-cli: " << args.error() << "\nusage: tavlo-cli " << command->usage << "\n";
+        std::cerr << "tavlo-cli: " << command->name << ": " << args.error() << " (see: tavlo-cli " << command->name
+                  << " --help)\n";
         return kExitUsage;
+    }
+    // A pool named on the command line must be there: a mistyped path would
+    // otherwise become a new, empty pool that takes what is stored.
+    if (const auto pool = args.option("--pool"); pool && command->name != "pool init" && !std::filesystem::exists(*pool)) {
+        std::cerr << "tavlo-cli: there is no pool at " << *pool << " (tavlo-cli pool init --pool " << *pool
+                  << " makes one)\n";
+        return kExitBadInput;
     }
     try {
         return command->run(args, std::cout, std::cerr);
+    } catch (const UsageError& e) {
+        std::cerr << "tavlo-cli: " << command->name << ": " << e.what() << "\n";
+        return kExitUsage;
     } catch (const tavlo::PoolBusy&) {
         const tavlo::PoolMessage message = tavlo::PoolBusyMessage(args.poolPath());
         std::cerr << message.title << ": " << message.text << "\n";
