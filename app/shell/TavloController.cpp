@@ -7,6 +7,7 @@
 #include <QPrinterInfo>
 
 #include "pool/EditorStoreQuestions.h"
+#include "editor/EditorDefaults.h"
 #include "editor/PC1600XForm.h"
 
 #include "midilink/ExchangeDump.h"
@@ -113,22 +114,7 @@ TavloController::~TavloController() { session_.editor.unsubscribe(fatalToken_); 
 
 QMdiArea* TavloController::mdiArea() const { return ui_->MDIArea; }
 
-void TavloController::clearDefaults() {
-    const auto answer = session_.prompter.message(
-        "About to Clear Defaults",
-        "This will clear any Defaults you've set for Preset Parameter fields.  Are you sure you want to continue?",
-        MessageButtons::YesNo);
-    if (answer != MessageAnswer::Yes) return;
-    try {
-        Database& db = session_.pool.db();
-        Transaction transaction(db);
-        db.exec("DELETE FROM DefaultsTable");
-        db.exec("DELETE FROM MessageStringRec WHERE MapType = 'D'");
-        transaction.commit();
-    } catch (const DatabaseError&) {
-        session_.prompter.message("Database Error", "There has been a Database Error");
-    }
-}
+void TavloController::clearDefaults() { ClearDefaultsMenu(session_.pool.db(), session_.prompter); }
 
 void TavloController::restoreGeometryFromPool() {
     const auto rows = ReadWindowStates(session_.pool.db());

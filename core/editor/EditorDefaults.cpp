@@ -2,6 +2,7 @@
 
 #include "editor/ParameterText.h"
 #include "db/Database.h"
+#include "ui/Prompter.h"
 
 namespace tavlo {
 
@@ -29,5 +30,21 @@ void WriteDefault(Database& db, const std::string& field, const std::string& val
 }
 
 void WriteDefault(Database& db, const std::string& field, int value) { WriteDefault(db, field, std::to_string(value)); }
+
+void ClearDefaultsMenu(Database& db, Prompter& prompter) {
+    const auto answer = prompter.message(
+        "About to Clear Defaults",
+        "This will clear any Defaults you've set for Preset Parameter fields.  Are you sure you want to continue?",
+        MessageButtons::YesNo);
+    if (answer != MessageAnswer::Yes) return;
+    try {
+        Transaction transaction(db);
+        db.exec("DELETE FROM DefaultsTable");
+        db.exec("DELETE FROM MessageStringRec WHERE MapType = 'D'");
+        transaction.commit();
+    } catch (const DatabaseError&) {
+        prompter.message("Database Error", "There has been a Database Error");
+    }
+}
 
 }  // namespace tavlo

@@ -14,4 +14,9 @@ std::optional<int> ReadDefaultNumber(Database& db, const std::string& field);
 void WriteDefault(Database& db, const std::string& field, const std::string& value);
 void WriteDefault(Database& db, const std::string& field, int value);
 
+class Prompter;
+// ClearDefaultsMenu: after the user's yes, every default goes, the setup
+// string's substrings with them, in one transaction.
+void ClearDefaultsMenu(Database& db, Prompter& prompter);
+
 }  // namespace tavlo

@@ -4,7 +4,7 @@
 
 #include "sysex/AllGlobalsDump.h"
 #include "sysex/DeviceMessages.h"
-#include "sysex/SysexFileContents.h"
+#include "base/FileBytes.h"
 
 namespace tavlo {
 
@@ -144,10 +144,7 @@ bool AnswerOldest(MessageQueue& queue, VirtualPC1600& device, const std::functio
 }
 
 bool VirtualPC1600::saveFile(const std::string& path, std::string& error) const {
-    std::ofstream out(path, std::ios::binary | std::ios::trunc);
-    const std::string bytes = memoryAsSyx();
-    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    if (!out) {
+    if (!WriteWholeFile(path, memoryAsSyx())) {
         error = "The file " + path + " can't be written.";
         return false;
     }

@@ -3,6 +3,7 @@
 #include <fstream>
 #include <optional>
 
+#include "base/FileBytes.h"
 #include "preset/PristinePreset.h"
 #include "base/MSBModule.h"
 #include "pool/PoolList.h"
@@ -26,10 +27,7 @@ inline constexpr const char* kSaveSysexFilter = "Sysex Files (*.syx)|*.syx";
 bool WritePresetSysexFile(const PoolContext& session, std::int64_t id, const std::string& path) {
     if (!LoadPC1600xFormFromPool(session, id)) return false;
     const std::string dump = EditorPresetSysex(session.editor, session.memImage.SceneList, session.midi);
-    std::ofstream file(path, std::ios::binary | std::ios::trunc);
-    file.write(dump.data(), static_cast<std::streamsize>(dump.size()));
-    file.close();
-    if (!file) {
+    if (!WriteWholeFile(path, dump)) {
         session.prompter.message("Cannot Save Preset", "The file '" + path + "' could not be written.");
         return false;
     }

@@ -4,6 +4,7 @@
 #include <iterator>
 #include <optional>
 
+#include "base/FileBytes.h"
 #include "editor/InitPreset.h"
 #include "preset/PristinePreset.h"
 #include "pool/PresetStore.h"
@@ -25,12 +26,6 @@ namespace {
 // The preset text format joins this filter when it exists.
 inline constexpr const char* kLoadSysexFilter = "Sysex File(s) (*.syx)|*.syx";
 
-std::optional<std::string> readFile(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    if (!file) return std::nullopt;
-    return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
-}
-
 // The store runs as a download for its questions; the flag never outlives it.
 struct DownloadScope {
     explicit DownloadScope(PoolFlags& flags) : flags(flags) { flags.DownloadInProgress = true; }
@@ -41,7 +36,7 @@ struct DownloadScope {
 }  // namespace
 
 bool ImportPresetSysexFile(const PoolContext& session, const std::string& path) {
-    const std::optional<std::string> dump = readFile(path);
+    const std::optional<std::string> dump = ReadWholeFile(path);
     if (!dump || !IsPresetDump(*dump)) {
         session.prompter.message(kCannotImportPresetTitle, kCannotImportPresetText);
         return false;

@@ -3,6 +3,7 @@
 #include <fstream>
 #include <iterator>
 
+#include "base/FileBytes.h"
 #include "base/MSBModule.h"
 #include "ui/Prompter.h"
 
@@ -49,14 +50,6 @@ std::string SysexFileContents(std::string_view fileName, std::string_view bytes)
         text += "       " + entryLine(bytes.substr(i, 7), i + 1) + kLineEnd;
     }
     return text;
-}
-
-std::optional<std::string> ReadWholeFile(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    if (!in) return std::nullopt;
-    std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    if (in.bad()) return std::nullopt;
-    return bytes;
 }
 
 void SysexFileMenu(Prompter& prompter) {

@@ -17,8 +17,6 @@ inline constexpr int kSysexFileEntryLimit = 200;
 // first seven bytes of any other message. Lines end in CR LF.
 std::string SysexFileContents(std::string_view fileName, std::string_view bytes);
 
-// The whole file as bytes; nothing when it can't be read.
-std::optional<std::string> ReadWholeFile(const std::string& path);
 
 // "Sysex File Contents" of the File menu: asks for a file and shows its listing.
 void SysexFileMenu(Prompter& prompter);

@@ -6,6 +6,7 @@
 #include <ostream>
 
 #include "db/PoolDatabase.h"
+#include "base/FileBytes.h"
 #include "sysex/SysexFileContents.h"
 
 namespace tavlo::cli {

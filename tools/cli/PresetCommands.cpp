@@ -4,6 +4,7 @@
 
 #include "CliCommand.h"
 #include "PresetJson.h"
+#include "base/FileBytes.h"
 #include "base/MSBModule.h"
 #include "sysex/ParseSysexString.h"
 #include "sysex/StringNotation.h"
@@ -200,8 +201,7 @@ int presetBuild(const CliArgs& args, std::ostream& out, std::ostream& err) {
         return kExitBadInput;
     }
     const std::string dump = Form2PresetSysex(preset, {noImage.SceneList, setupSceneLine}, pc1600Model, deviceId);
-    std::ofstream file(*output, std::ios::binary | std::ios::trunc);
-    if (!file.write(dump.data(), static_cast<std::streamsize>(dump.size())) || !file.flush()) {
+    if (!WriteWholeFile(*output, dump)) {
         err << "tavlo-cli: cannot write " << *output << "\n";
         return kExitFailed;
     }
