@@ -122,7 +122,7 @@ std::string TildeToGreater(std::string_view text) {
 }
 
 std::string NoteName(int note) {
-    // Whole part of a division, as the original's Int(): rounds towards minus infinity.
+    // The octave rounds towards minus infinity, so negative notes keep C-1 below them.
     const int octave = (note >= 0 ? note / 12 : -((-note + 11) / 12)) - 1;
     const int pitch = note - 12 * (octave + 1);
     return std::string(kPitchNames[pitch]) + std::to_string(octave);

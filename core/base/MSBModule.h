@@ -49,7 +49,8 @@ int RolandChecksum(std::string_view bytes);
 int SysexChecksum(std::string_view message);
 bool HasGoodChecksum(std::string_view message);
 
-// Trims blanks (only blanks, as the original text functions do) at both ends.
+// Trims blanks, and only blanks (not tabs or line ends), at both ends: names
+// and fields keep any other white space the device or a file put there.
 std::string Trim(std::string_view text);
 std::string TrimRight(std::string_view text);
 std::string ToUpper(std::string_view text);
