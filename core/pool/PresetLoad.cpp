@@ -113,12 +113,155 @@ bool reportFatalDatabaseError(const PoolContext& session) {
     return false;
 }
 
+// The preset row: name, setup scene, notes, data wheel, setup string and
+// channels. False when the row is gone.
+bool readPresetRow(const PoolContext& session, Database& db, std::int64_t id) {
+    WorkingPreset& preset = session.editor.preset;
+    const bool pc1600 = session.midi.PC1600Model;
+    Statement row = db.prepare("SELECT * FROM PresetRec WHERE ID = :ID");
+    row.bind(":ID", id);
+    if (!row.step()) return false;
+    preset.Name = Trim(DisplayDBString(row.getText("Name")));
+    preset.SetupScene = row.isNull("SetupScene") ? std::string() : Trim(DisplayDBString(row.getText("SetupScene")));
+    preset.SetupScenePreset = static_cast<std::int32_t>(row.getInt("SetupScenePreset"));
+    if (pc1600 && (preset.SetupScenePreset > 0 || (preset.SetupScene != kNoScene && !preset.SetupScene.empty()))) {
+        session.prompter.message(
+            "Incompatibility to PC1600",
+            "This Preset has a Setup Scene, which is incompatible with your PC1600 (non-X) model.  The Setup "
+            "Scene will be set to <none>.  Be sure to Store this Preset in the Pool if you'd like this "
+            "compatibility change to be permanent.");
+        preset.SetupScene = kNoScene;
+        preset.SetupScenePreset = -1;
+    }
+    preset.ID = static_cast<std::int32_t>(id);
+    preset.Notes = Trim(DisplayDBString(row.getText("Notes")));
+    const int wheel = static_cast<int>(row.getInt("DataWheelLink"));
+    preset.DataWheelLink = static_cast<std::int16_t>(wheel >= 0 && wheel < PresetCodes::kDataWheelEntries ? wheel : 0);
+    preset.SetupString = row.isNull("SetupString") ? std::string() : Trim(row.getText("SetupString"));
+    const std::string map = row.getBlob("SetupChannelMap");
+    for (int i = 0; i < kSetupChannelCount; ++i) {
+        auto at = [&](int k) -> std::int16_t {
+            const std::size_t pos = static_cast<std::size_t>(4 * i + k);
+            return pos < map.size() ? static_cast<std::int16_t>(static_cast<unsigned char>(map[pos])) : 0;
+        };
+        preset.SetupChannels[i] = {at(0), pc1600 ? std::int16_t{0} : at(1), at(2), at(3)};
+    }
+    return true;
+}
+
+// The preset's scenes and the scene lists: a preset bound to the memory
+// image picks its scenes from the image's lines, any other from its own.
+void readScenes(const PoolContext& session, Database& db, std::int64_t id) {
+    EditorState& editor = session.editor;
+    WorkingPreset& preset = editor.preset;
+    const bool bound = session.memImage.MemoryImageBound;
+    editor.SelectSceneCombo.clear();
+    for (ListState* list : {&editor.SelectPresetSceneCombo, &editor.BSceneCombo}) {
+        list->clear();
+        list->addItem(kNoScene, -1);
+    }
+    if (bound) {
+        for (const ListState::Line& line : session.memImage.SceneList.lines()) {
+            if (line.text.find(kEmptySceneName) != std::string::npos) continue;
+            editor.SelectPresetSceneCombo.addItem(line.text, line.itemData);
+            editor.BSceneCombo.addItem(line.text, line.itemData);
+        }
+    }
+    Statement scenes = db.prepare("SELECT * FROM SceneRec WHERE PresetREF = :ID ORDER BY ID");
+    scenes.bind(":ID", id);
+    preset.SceneCount = 0;
+    while (scenes.step() && preset.SceneCount < kSceneLimit) {
+        SceneDef& scene = preset.Scenes[preset.SceneCount++];
+        scene.Name = DisplayDBString(scenes.getText("Name"));
+        for (int v = 0; v < 16; ++v) scene.Values[v] = i16(scenes, ("Fader" + std::to_string(v + 1)).c_str());
+        scene.Values[16] = i16(scenes, "CV1");
+        scene.Values[17] = i16(scenes, "CV2");
+        editor.SelectSceneCombo.addItem(scene.Name, id);
+        if (!bound) {
+            editor.SelectPresetSceneCombo.addItem(scene.Name, id);
+            editor.BSceneCombo.addItem(scene.Name, id);
+        }
+    }
+    if (editor.SelectSceneCombo.listCount() > 0) editor.SelectSceneCombo.setListIndex(0);
+    selectSetupScene(session, id);
+    editor.BSceneCombo.setListIndex(0);
+}
+
+// Faders, filled in row order from 0 whatever their Index says.
+void readFaders(EditorState& editor, Database& db, std::int64_t id) {
+    Statement faderStrings =
+        db.prepare("SELECT * FROM MessageStringRec WHERE MapType = 'F' AND MapREF = :REF ORDER BY \"Index\"");
+    Statement faders = db.prepare("SELECT * FROM FaderRec WHERE PresetREF = :ID ORDER BY \"Index\"");
+    faders.bind(":ID", id);
+    int index = 0;
+    while (faders.step() && index < kFaderCount) {
+        FaderDef& f = editor.preset.Faders[index];
+        ReadFaderRow(faders, f);
+        std::string caption = f.Name;
+        if (f.Function >= 1 && f.Function <= 3)
+            caption += "  (" + std::string(PresetCodes::kFaderFunctions[f.Function].tag) + ")";
+        editor.FaderLabel[index] = caption;
+        readSubstrings(faderStrings, faders.getInt("ID"), editor.preset.FaderStrings[index]);
+        ++index;
+    }
+}
+
+// Buttons in row order; on the PC1600 the functions it lacks are turned off,
+// with one message for all of them.
+void readButtons(const PoolContext& session, Database& db, std::int64_t id) {
+    EditorState& editor = session.editor;
+    WorkingPreset& preset = editor.preset;
+    const bool pc1600 = session.midi.PC1600Model;
+    Statement strings1 = db.prepare(
+        "SELECT * FROM MessageStringRec WHERE MapType = 'B' AND WhichString = 1 AND MapREF = :REF ORDER BY \"Index\"");
+    Statement strings2 = db.prepare(
+        "SELECT * FROM MessageStringRec WHERE MapType = 'B' AND WhichString = 2 AND MapREF = :REF ORDER BY \"Index\"");
+    Statement buttons = db.prepare("SELECT * FROM ButtonRec WHERE PresetREF = :ID ORDER BY \"Index\"");
+    buttons.bind(":ID", id);
+    int index = 0;
+    bool incompatible = false;
+    while (buttons.step() && index < kButtonCount) {
+        ButtonDef& b = preset.Buttons[index];
+        ReadButtonRow(buttons, b);
+        if (pc1600 && (b.Function == 8 || b.Function == 9)) {
+            b.Function = 0;
+            incompatible = true;
+        }
+        if (!session.memImage.MemoryImageBound && b.Scene != kNoScene && !b.Scene.empty() && b.ScenePreset > 0 &&
+            b.ScenePreset != id)
+            addForeignSceneLine(db, editor.BSceneCombo, b.Scene, b.ScenePreset);
+        editor.PCButton[index] = PresetCodes::CaptionWithTag(b.Name, buttonTag(b.Function));
+        const std::int64_t buttonId = buttons.getInt("ID");
+        readSubstrings(strings1, buttonId, preset.ButtonStrings1[index]);
+        readSubstrings(strings2, buttonId, preset.ButtonStrings2[index]);
+        ++index;
+    }
+    if (incompatible)
+        session.prompter.message(
+            "PC1600 Incompatibility",
+            "Some Buttons on this Preset are set to SEND FADER and SEND SCENE, which are not compatible with your "
+            "PC1600 (non-X) version.  Those Button functions have been set to OFF.  Be sure to Store this Preset "
+            "in the Pool if you'd like these compatibility changes to be permanent.");
+}
+
+// The setup string's substrings and the devices the preset is associated with.
+void readSetupAndAssociations(EditorState& editor, Database& db, std::int64_t id) {
+    Statement setupStrings =
+        db.prepare("SELECT * FROM MessageStringRec WHERE MapType = 'P' AND MapREF = :REF ORDER BY \"Index\"");
+    readSubstrings(setupStrings, id, editor.preset.SetupStrings);
+    Statement assoc = db.prepare("SELECT * FROM MakeModelAssocRec WHERE PresetREF = :ID ORDER BY Make, Model");
+    assoc.bind(":ID", id);
+    editor.AssociatedList.clear();
+    while (assoc.step())
+        editor.AssociatedList.addItem(Trim(DisplayDBString(assoc.getText("Make"))) + ": " +
+                                      Trim(DisplayDBString(assoc.getText("Model"))));
+}
+
 }  // namespace
 
 bool LoadPC1600xFormFromPool(const PoolContext& session, std::int64_t id) {
     EditorState& editor = session.editor;
     Database& db = session.pool.db();
-    const bool pc1600 = session.midi.PC1600Model;
 
     editor.CurrentFader = 0;
     editor.PristineComparison = false;
@@ -126,126 +269,11 @@ bool LoadPC1600xFormFromPool(const PoolContext& session, std::int64_t id) {
     editor.PristineComparison = false;
 
     try {
-        Statement row = db.prepare("SELECT * FROM PresetRec WHERE ID = :ID");
-        row.bind(":ID", id);
-        if (!row.step()) return reportFatalDatabaseError(session);
-        WorkingPreset& preset = editor.preset;
-        preset.Name = Trim(DisplayDBString(row.getText("Name")));
-        preset.SetupScene = row.isNull("SetupScene") ? std::string() : Trim(DisplayDBString(row.getText("SetupScene")));
-        preset.SetupScenePreset = static_cast<std::int32_t>(row.getInt("SetupScenePreset"));
-        if (pc1600 && (preset.SetupScenePreset > 0 || (preset.SetupScene != kNoScene && !preset.SetupScene.empty()))) {
-            session.prompter.message(
-                "Incompatibility to PC1600",
-                "This Preset has a Setup Scene, which is incompatible with your PC1600 (non-X) model.  The Setup "
-                "Scene will be set to <none>.  Be sure to Store this Preset in the Pool if you'd like this "
-                "compatibility change to be permanent.");
-            preset.SetupScene = kNoScene;
-            preset.SetupScenePreset = -1;
-        }
-        preset.ID = static_cast<std::int32_t>(id);
-        preset.Notes = Trim(DisplayDBString(row.getText("Notes")));
-        const int wheel = static_cast<int>(row.getInt("DataWheelLink"));
-        preset.DataWheelLink = static_cast<std::int16_t>(wheel >= 0 && wheel < PresetCodes::kDataWheelEntries ? wheel : 0);
-        preset.SetupString = row.isNull("SetupString") ? std::string() : Trim(row.getText("SetupString"));
-        const std::string map = row.getBlob("SetupChannelMap");
-        for (int i = 0; i < kSetupChannelCount; ++i) {
-            auto at = [&](int k) -> std::int16_t {
-                const std::size_t pos = static_cast<std::size_t>(4 * i + k);
-                return pos < map.size() ? static_cast<std::int16_t>(static_cast<unsigned char>(map[pos])) : 0;
-            };
-            preset.SetupChannels[i] = {at(0), pc1600 ? std::int16_t{0} : at(1), at(2), at(3)};
-        }
-
-        // Scene lists.
-        editor.SelectSceneCombo.clear();
-        for (ListState* list : {&editor.SelectPresetSceneCombo, &editor.BSceneCombo}) {
-            list->clear();
-            list->addItem(kNoScene, -1);
-        }
-        if (session.memImage.MemoryImageBound) {
-            for (const ListState::Line& line : session.memImage.SceneList.lines()) {
-                if (line.text.find(kEmptySceneName) != std::string::npos) continue;
-                editor.SelectPresetSceneCombo.addItem(line.text, line.itemData);
-                editor.BSceneCombo.addItem(line.text, line.itemData);
-            }
-        }
-        Statement scenes = db.prepare("SELECT * FROM SceneRec WHERE PresetREF = :ID ORDER BY ID");
-        scenes.bind(":ID", id);
-        preset.SceneCount = 0;
-        while (scenes.step() && preset.SceneCount < kSceneLimit) {
-            SceneDef& scene = preset.Scenes[preset.SceneCount++];
-            scene.Name = DisplayDBString(scenes.getText("Name"));
-            for (int v = 0; v < 16; ++v) scene.Values[v] = i16(scenes, ("Fader" + std::to_string(v + 1)).c_str());
-            scene.Values[16] = i16(scenes, "CV1");
-            scene.Values[17] = i16(scenes, "CV2");
-            editor.SelectSceneCombo.addItem(scene.Name, id);
-            if (!session.memImage.MemoryImageBound) {
-                editor.SelectPresetSceneCombo.addItem(scene.Name, id);
-                editor.BSceneCombo.addItem(scene.Name, id);
-            }
-        }
-        if (editor.SelectSceneCombo.listCount() > 0) editor.SelectSceneCombo.setListIndex(0);
-        selectSetupScene(session, id);
-        editor.BSceneCombo.setListIndex(0);
-
-        // Faders, filled in row order from 0 whatever their Index says.
-        Statement faderStrings =
-            db.prepare("SELECT * FROM MessageStringRec WHERE MapType = 'F' AND MapREF = :REF ORDER BY \"Index\"");
-        Statement faders = db.prepare("SELECT * FROM FaderRec WHERE PresetREF = :ID ORDER BY \"Index\"");
-        faders.bind(":ID", id);
-        int index = 0;
-        while (faders.step() && index < kFaderCount) {
-            FaderDef& f = preset.Faders[index];
-            ReadFaderRow(faders, f);
-            std::string caption = f.Name;
-            if (f.Function >= 1 && f.Function <= 3)
-                caption += "  (" + std::string(PresetCodes::kFaderFunctions[f.Function].tag) + ")";
-            editor.FaderLabel[index] = caption;
-            readSubstrings(faderStrings, faders.getInt("ID"), preset.FaderStrings[index]);
-            ++index;
-        }
-
-        Statement strings1 = db.prepare(
-            "SELECT * FROM MessageStringRec WHERE MapType = 'B' AND WhichString = 1 AND MapREF = :REF ORDER BY \"Index\"");
-        Statement strings2 = db.prepare(
-            "SELECT * FROM MessageStringRec WHERE MapType = 'B' AND WhichString = 2 AND MapREF = :REF ORDER BY \"Index\"");
-        Statement buttons = db.prepare("SELECT * FROM ButtonRec WHERE PresetREF = :ID ORDER BY \"Index\"");
-        buttons.bind(":ID", id);
-        index = 0;
-        bool incompatible = false;
-        while (buttons.step() && index < kButtonCount) {
-            ButtonDef& b = preset.Buttons[index];
-            ReadButtonRow(buttons, b);
-            if (pc1600 && (b.Function == 8 || b.Function == 9)) {
-                b.Function = 0;
-                incompatible = true;
-            }
-            if (!session.memImage.MemoryImageBound && b.Scene != kNoScene && !b.Scene.empty() && b.ScenePreset > 0 &&
-                b.ScenePreset != id)
-                addForeignSceneLine(db, editor.BSceneCombo, b.Scene, b.ScenePreset);
-            editor.PCButton[index] = PresetCodes::CaptionWithTag(b.Name, buttonTag(b.Function));
-            const std::int64_t buttonId = buttons.getInt("ID");
-            readSubstrings(strings1, buttonId, preset.ButtonStrings1[index]);
-            readSubstrings(strings2, buttonId, preset.ButtonStrings2[index]);
-            ++index;
-        }
-        if (incompatible)
-            session.prompter.message(
-                "PC1600 Incompatibility",
-                "Some Buttons on this Preset are set to SEND FADER and SEND SCENE, which are not compatible with your "
-                "PC1600 (non-X) version.  Those Button functions have been set to OFF.  Be sure to Store this Preset "
-                "in the Pool if you'd like these compatibility changes to be permanent.");
-
-        Statement setupStrings =
-            db.prepare("SELECT * FROM MessageStringRec WHERE MapType = 'P' AND MapREF = :REF ORDER BY \"Index\"");
-        readSubstrings(setupStrings, id, preset.SetupStrings);
-
-        Statement assoc = db.prepare("SELECT * FROM MakeModelAssocRec WHERE PresetREF = :ID ORDER BY Make, Model");
-        assoc.bind(":ID", id);
-        editor.AssociatedList.clear();
-        while (assoc.step())
-            editor.AssociatedList.addItem(Trim(DisplayDBString(assoc.getText("Make"))) + ": " +
-                                          Trim(DisplayDBString(assoc.getText("Model"))));
+        if (!readPresetRow(session, db, id)) return reportFatalDatabaseError(session);
+        readScenes(session, db, id);
+        readFaders(editor, db, id);
+        readButtons(session, db, id);
+        readSetupAndAssociations(editor, db, id);
     } catch (const DatabaseError&) {
         return reportFatalDatabaseError(session);
     }
