@@ -93,46 +93,52 @@ std::string MakeMultipleNotesSingle(const std::string& text) {
     return MSBModule::Trim(out);
 }
 
-void ParseSysexString(std::string& text, StringWorkArea& work) {
-    text = MakeMultipleNotesSingle(text);
-    const std::string_view t = text;
-    std::vector<Piece> pieces;
+namespace {
 
+// How a message of a status takes its place in the text: its kind, the
+// characters of its form and of its step to the next message, its data
+// values, and whether the status carries a channel.
+struct MessageForm {
+    int type = -1;
+    std::size_t form = 0;
+    std::size_t step = 0;
+    int values = 0;  // data values at +3 and +6, behind any "-gc"
+    bool channelStatus = false;
+};
+
+MessageForm formOf(char first, std::string_view status) {
+    switch (first) {
+        case '9': return {0, 8, 9, 2, true};
+        case '8': return {1, 8, 9, 2, true};
+        case 'A': return {2, 8, 9, 2, true};
+        case 'B': return {3, 8, 9, 2, true};
+        case 'E': return {6, 8, 9, 2, true};
+        case 'C': return {4, 5, 6, 1, true};
+        case 'D': return {5, 5, 6, 1, true};
+        default: break;
+    }
+    if (status == "F0") return {kSysexKind};
+    if (status == "F2") return {8, 8, 9};
+    if (status == "F3") return {9, 5, 6, 1};
+    if (status == "F6") return {10, 2, 3};
+    if (status == "FA") return {11, 2, 3};
+    if (status == "FC") return {12, 2, 3};
+    if (status == "FB") return {13, 2, 3};
+    if (status == "FE") return {14, 2, 3};
+    if (status == "FF") return {15, 2, 3};
+    return {};
+}
+
+// The text cut into its messages, each a piece of the text with its kind.
+std::vector<Piece> splitIntoPieces(std::string_view t) {
+    std::vector<Piece> pieces;
     std::size_t p = 0;
     while (p < t.size()) {
-        const char first = t[p];
-        const std::string_view status = pairAt(t, p);
+        MessageForm m = formOf(t[p], pairAt(t, p));
         const bool global = hasGlobalChannel(t, p);
         const std::size_t extra = global ? 3 : 0;
 
-        int type = -1;
-        std::size_t form = 0;
-        std::size_t step = 0;
-        int values = 0;  // data values at +3 and +6, behind any "-gc"
-        bool channelStatus = false;
-        switch (first) {
-            case '9': type = 0, form = 8, step = 9, values = 2, channelStatus = true; break;
-            case '8': type = 1, form = 8, step = 9, values = 2, channelStatus = true; break;
-            case 'A': type = 2, form = 8, step = 9, values = 2, channelStatus = true; break;
-            case 'B': type = 3, form = 8, step = 9, values = 2, channelStatus = true; break;
-            case 'E': type = 6, form = 8, step = 9, values = 2, channelStatus = true; break;
-            case 'C': type = 4, form = 5, step = 6, values = 1, channelStatus = true; break;
-            case 'D': type = 5, form = 5, step = 6, values = 1, channelStatus = true; break;
-            default: break;
-        }
-        if (type < 0) {
-            if (status == "F0") type = kSysexKind;
-            else if (status == "F2") type = 8, form = 8, step = 9;
-            else if (status == "F3") type = 9, form = 5, step = 6, values = 1;
-            else if (status == "F6") type = 10, form = 2, step = 3;
-            else if (status == "FA") type = 11, form = 2, step = 3;
-            else if (status == "FC") type = 12, form = 2, step = 3;
-            else if (status == "FB") type = 13, form = 2, step = 3;
-            else if (status == "FE") type = 14, form = 2, step = 3;
-            else if (status == "FF") type = 15, form = 2, step = 3;
-        }
-
-        if (type == kSysexKind) {
+        if (m.type == kSysexKind) {
             std::size_t q = p + 3;
             while (q < t.size() && pairAt(t, q) != "F7") q += 3;
             if (q >= t.size()) {  // no F7: the rest is a free byte string
@@ -143,7 +149,7 @@ void ParseSysexString(std::string& text, StringWorkArea& work) {
             p = q + 3;
             continue;
         }
-        if (type < 0) {
+        if (m.type < 0) {
             // Up to the next token that may start a message.
             std::size_t q = p + 3;
             while (q < t.size() && !((t[q] >= '8' && t[q] <= '9') || (t[q] >= 'A' && t[q] <= 'F'))) q += 3;
@@ -153,16 +159,16 @@ void ParseSysexString(std::string& text, StringWorkArea& work) {
             continue;
         }
 
-        form += extra;
-        step += extra;
-        if (p + form > t.size()) {  // the form doesn't fit: the rest is a free byte string
+        m.form += extra;
+        m.step += extra;
+        if (p + m.form > t.size()) {  // the form doesn't fit: the rest is a free byte string
             pieces.push_back({p, t.size() - p, kFreeByteKind});
             break;
         }
-        Piece piece{p, form, type};
-        if (channelStatus) piece.channel = global ? 16 : std::max(0, MSBModule::HexDigit(t[p + 1]));
+        Piece piece{p, m.form, m.type};
+        if (m.channelStatus) piece.channel = global ? 16 : std::max(0, MSBModule::HexDigit(t[p + 1]));
         bool split = false;
-        for (int v = 0; v < values; ++v) {
+        for (int v = 0; v < m.values; ++v) {
             const std::size_t at = p + extra + 3 + 3 * static_cast<std::size_t>(v);
             const int value = dataValue(pairAt(t, at));
             if (value > 127) {
@@ -176,19 +182,25 @@ void ParseSysexString(std::string& text, StringWorkArea& work) {
         }
         if (split) continue;
         pieces.push_back(piece);
-        p += step;
+        p += m.step;
     }
-
     // Slot 50 is never used: a longer string keeps its bytes in one last free byte string.
     if (pieces.size() > static_cast<std::size_t>(kSubstringLimit)) {
         Piece& last = pieces[kSubstringLimit - 1];
         last = Piece{last.start, t.size() - last.start, kFreeByteKind};
         pieces.resize(kSubstringLimit);
     }
+    return pieces;
+}
 
+}  // namespace
+
+void ParseSysexString(std::string& text, StringWorkArea& work) {
+    text = MakeMultipleNotesSingle(text);
+    const std::string_view t = text;
     MessageStringSet& set = work.Strings;
     set.Count = 0;
-    for (const Piece& piece : pieces) {
+    for (const Piece& piece : splitIntoPieces(t)) {
         MessageSubstring& s = set.Slots[static_cast<std::size_t>(set.Count)];
         s.CommandType = static_cast<std::int16_t>(piece.type);
         s.CommandChannel = static_cast<std::int16_t>(piece.channel);
