@@ -5,6 +5,7 @@
 #include <QSignalBlocker>
 
 #include "midilink/MIDIFormOperations.h"
+#include "midilink/VirtualDeviceFiles.h"
 #include "shell/Program.h"
 #include "ui/Prompter.h"
 #include "midilink/MidiConfig.h"
@@ -78,20 +79,10 @@ MIDIForm::MIDIForm(Program& session, QWidget* parent)
         settings.pc1600Model = on;
         session_.midiLink.virtualDevice().setSettings(settings);
     });
-    connect(ui_->VirtualLoadButton, &QPushButton::clicked, this, [this] {
-        const auto path = session_.prompter.openFile(
-            {"Load the Memory of the Virtual PC1600", "Sysex Files (*.syx)|*.syx", ".syx", ""});
-        std::string error;
-        if (path && !session_.midiLink.virtualDevice().loadFile(*path, error))
-            session_.prompter.message("Cannot Load Sysex File", error);
-    });
-    connect(ui_->VirtualSaveButton, &QPushButton::clicked, this, [this] {
-        const auto path = session_.prompter.saveFile(
-            {"Save the Memory of the Virtual PC1600", "Sysex Files (*.syx)|*.syx", ".syx", "PC1600 Memory.syx"});
-        std::string error;
-        if (path && !session_.midiLink.virtualDevice().saveFile(*path, error))
-            session_.prompter.message("Cannot Save Sysex File", error);
-    });
+    connect(ui_->VirtualLoadButton, &QPushButton::clicked, this,
+            [this] { LoadVirtualMemory(session_.midiLink.virtualDevice(), session_.prompter); });
+    connect(ui_->VirtualSaveButton, &QPushButton::clicked, this,
+            [this] { SaveVirtualMemory(session_.midiLink.virtualDevice(), session_.prompter); });
     connect(ui_->VirtualClearButton, &QPushButton::clicked, this,
             [this] { session_.midiLink.virtualDevice().clearMemory(); });
     connect(ui_->TestButton, &QPushButton::clicked, this, [this] { TestButton(session_); });
