@@ -17,6 +17,8 @@ std::string DeviceSlotCommand(int deviceId, unsigned char command, int slot) {
     return DeviceDumpHeader(deviceId, command) + static_cast<char>(slot & 0x7F) + '\xF7';
 }
 
+std::size_t FixedDumpLength(int command) { return command == DeviceCommand::AllScenes ? 4409 : 0; }
+
 bool IsDeviceMessage(std::string_view message) {
     return message.size() > kCommandOffset && message.substr(0, kDeviceHeader.size()) == kDeviceHeader;
 }
