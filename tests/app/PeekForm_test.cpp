@@ -50,7 +50,7 @@ void PeekFormTest::listsTheNamesInTheDevice() {
     QVERIFY(form.isVisible());
     QListWidget* list = List(form);
     QCOMPARE(list->count(), 51);
-    QCOMPARE(list->item(0)->text(), QString("EditBuffer:  Strings         "));
+    QCOMPARE(list->item(0)->text(), QString("00:  Strings         "));
     QCOMPARE(list->item(1)->text(), QString("01:  Lead>Pad        "));
     QCOMPARE(list->item(2)->text(), QString("02:  --Initialized-- "));
     QCOMPARE(ts.status.caption, std::string("Peeking at PC1600(x) Presets"));
