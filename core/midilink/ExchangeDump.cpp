@@ -92,7 +92,8 @@ ExchangeResult ExchangeDump(const LinkContext& session, const ExchangeRequest& r
                                                 : WaitInterval(request.row, session.midi.TimeoutIndex));
         timer.start(session.clock.now());
     }
-    while (link.MIDIIn.count() >= 1) link.MIDIIn.remove();
+    // Drains what is there; a line that never falls silent can't hold it.
+    for (int queued = link.MIDIIn.count(); queued > 0; --queued) link.MIDIIn.remove();
     if (!manual && !request.request.empty()) link.MIDIOut.sendSysex(request.request);
 
     ExchangeResult result;
