@@ -21,7 +21,12 @@ StatusForm::StatusForm(QWidget* parent) : QDialog(parent) {
     cancelButton_ = new QPushButton(tr("Cancel"));
     cancelButton_->setObjectName("CancelButton");
     layout->addWidget(cancelButton_, 0, Qt::AlignRight);
-    connect(cancelButton_, &QPushButton::clicked, this, [this] { cancelled_ = true; });
+    // The window goes at once; the waiting operation sees the flag at its
+    // next look and ends.
+    connect(cancelButton_, &QPushButton::clicked, this, [this] {
+        cancelled_ = true;
+        QDialog::hide();
+    });
 }
 
 void StatusForm::show(const std::string& caption, const std::string& line, bool cancelVisible) {

@@ -9,7 +9,8 @@ class QPushButton;
 namespace tavlo {
 
 // The status window of transfers and long operations. The user can't close
-// it; Cancel, where shown, only raises the flag that the operation polls.
+// it; Cancel, where shown, closes it at once and raises the flag that the
+// operation polls.
 class StatusForm : public QDialog, public StatusView {
     Q_OBJECT
 public:

@@ -59,6 +59,12 @@ const char* const kManualAllGlobalsPrompt =
     "button, going to the DUMP page, and selecting GLOBALS, and then pressing ENTER.  Tavlo is waiting for the "
     "data...";
 
+bool ExchangeRequest::awaits(std::string_view message) const {
+    if (DeviceMessageCommand(message) != awaitedCommand) return false;
+    const std::size_t length = FixedDumpLength(awaitedCommand);
+    return length == 0 || message.size() == length;
+}
+
 void YieldWithTimers(const LinkContext& session) {
     session.pump.yield();
     session.midiLink.waitTimer.update(session.clock.now(), session.midiLink.TimedOut);
@@ -86,7 +92,8 @@ ExchangeResult ExchangeDump(const LinkContext& session, const ExchangeRequest& r
                                                 : WaitInterval(request.row, session.midi.TimeoutIndex));
         timer.start(session.clock.now());
     }
-    while (link.MIDIIn.count() >= 1) link.MIDIIn.remove();
+    // Drains what is there; a line that never falls silent can't hold it.
+    for (int queued = link.MIDIIn.count(); queued > 0; --queued) link.MIDIIn.remove();
     if (!manual && !request.request.empty()) link.MIDIOut.sendSysex(request.request);
 
     ExchangeResult result;
@@ -94,15 +101,18 @@ ExchangeResult ExchangeDump(const LinkContext& session, const ExchangeRequest& r
     // Cancel ends it.
     waitUntil(session.pump, session.clock, std::numeric_limits<std::int64_t>::max(), [&] {
         session.midiLink.waitTimer.update(session.clock.now(), session.midiLink.TimedOut);
-        if (link.MIDIIn.count() != 0) {
+        // What is queued now, and no more: traffic that keeps coming (clock,
+        // notes) must not keep the loop from its time-out and Cancel.
+        for (int queued = link.MIDIIn.count(); queued > 0; --queued) {
             std::string message = link.MIDIIn.current();
-            if (DeviceMessageCommand(message) == request.awaitedCommand) {
+            if (request.awaits(message)) {
                 result.outcome = ExchangeResult::Outcome::Received;
                 result.dump = std::move(message);
                 return true;
             }
-            link.MIDIIn.clear();  // the wrong kind is thrown away
-            return false;
+            // The wrong kind is thrown away. Only it: a dump may be arriving
+            // around it.
+            link.MIDIIn.remove();
         }
         if (session.midiLink.TimedOut) {
             result.outcome = ExchangeResult::Outcome::TimedOut;

@@ -1,6 +1,8 @@
 #pragma once
 #include <cstdint>
 #include <string>
+#include <string_view>
+
 #include "midilink/LinkContext.h"
 
 namespace tavlo {
@@ -37,6 +39,12 @@ struct ExchangeRequest {
     // A tick of its own instead of the table's (scripts that set their own
     // time-out); 0 takes the table.
     std::int64_t interval = 0;
+
+    // The rule of the awaited message, the same for every caller: the
+    // family's header, the awaited command, and for a dump of fixed length
+    // (ALL SCENES) exactly that length. The device identifier isn't looked
+    // at, so a device on another identifier is still heard.
+    bool awaits(std::string_view message) const;
 };
 
 struct ExchangeResult {
@@ -49,8 +57,9 @@ struct ExchangeResult {
 // The one pattern of every transfer: status window, flush the input, send
 // the request (not in manual mode), poll until the awaited dump, the
 // time-out (not in manual mode) or Cancel. A time-out shows the flow's
-// message; a cancel shows nothing. The dump is taken whatever its device
-// identifier and its last byte.
+// message; a cancel shows nothing. Whatever else arrives is dropped and the
+// wait goes on; the time-out counts from the start of the wait however much
+// other traffic comes, and Cancel is seen at once.
 ExchangeResult ExchangeDump(const LinkContext& session, const ExchangeRequest& request);
 
 // One yield to the toolkit, with WaitTimer's ticks run after it.

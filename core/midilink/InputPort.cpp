@@ -11,7 +11,7 @@ bool InputPort::open(std::string& error) {
     return opened(devices_.openInput(
                       name,
                       [queue](std::string bytes, std::int64_t timeMs) {
-                          if (auto q = queue.lock()) q->push(std::move(bytes), timeMs);
+                          if (auto q = queue.lock()) q->push(bytes, timeMs);
                       },
                       error),
                   name);

@@ -9,7 +9,7 @@
 namespace tavlo {
 
 // An input port object (MIDIIn, MIDILearnIn): pick a device by number, open,
-// buffer whole messages, and poll them.
+// buffer whole messages (assembled from what the device sends), and poll them.
 class InputPort : public SelectedPort<InputConnection> {
 public:
     explicit InputPort(const DeviceDirectory& devices)
@@ -29,8 +29,12 @@ public:
     std::string current();
     std::int64_t currentTime();
     void remove() { queue_->remove(); }
-    // Ends the current reception: the message being looked at is let go.
-    void clear() { queue_->remove(); }
+    // Ends the current reception: the message being looked at is let go,
+    // and so is a sysex still arriving, which can't be whole any more.
+    void clear() {
+        queue_->remove();
+        queue_->endReception();
+    }
     // Drops everything queued.
     void flush() { queue_->clear(); }
 

@@ -2,11 +2,17 @@
 
 namespace tavlo {
 
-void MessageQueue::push(std::string bytes, std::int64_t timeMs) {
-    if (bytes.empty()) return;
+void MessageQueue::push(std::string_view bytes, std::int64_t timeMs) {
     std::lock_guard lock(mutex_);
-    if (!buffering_ || !accepted_[static_cast<unsigned char>(bytes[0])]) return;
-    entries_.push_back({std::move(bytes), timeMs});
+    for (auto& message : assembler_.feed(bytes)) {
+        if (!buffering_ || !accepted_[static_cast<unsigned char>(message[0])]) continue;
+        entries_.push_back({std::move(message), timeMs});
+    }
+}
+
+void MessageQueue::endReception() {
+    std::lock_guard lock(mutex_);
+    assembler_.endSysex();
 }
 
 void MessageQueue::setBuffering(bool on) {

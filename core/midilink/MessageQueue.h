@@ -4,6 +4,9 @@
 #include <deque>
 #include <mutex>
 #include <string>
+#include <string_view>
+
+#include "midilink/MidiStreamAssembler.h"
 
 namespace tavlo {
 
@@ -13,9 +16,13 @@ class MessageQueue {
 public:
     MessageQueue() { accepted_.fill(true); }
 
-    // From the backend: kept only while buffering is on and the message's
-    // kind (its status byte) is let through.
-    void push(std::string bytes, std::int64_t timeMs);
+    // From the backend: bytes as it got them (a message, a piece of one, or
+    // several together), made into whole messages by the one assembler of
+    // the port. A message is kept only while buffering is on and its kind
+    // (its status byte) is let through.
+    void push(std::string_view bytes, std::int64_t timeMs);
+    // Drops a sysex whose reception is in progress.
+    void endReception();
 
     void setBuffering(bool on);
     bool buffering() const;
@@ -36,6 +43,7 @@ private:
     };
     mutable std::mutex mutex_;
     std::deque<Entry> entries_;
+    MidiStreamAssembler assembler_;
     std::array<bool, 256> accepted_{};
     bool buffering_ = false;
 };

@@ -7,9 +7,10 @@
 
 namespace tavlo {
 
-// Where an open input connection delivers what it receives: one whole
-// message at a time (a sysex from its F0 to its F7), with its arrival time in
-// milliseconds. May be called from a backend's own thread.
+// Where an open input connection delivers what it receives: the bytes as
+// they came (a message, a piece of a sysex, or several messages together),
+// with their arrival time in milliseconds. The port makes whole messages of
+// them. May be called from a backend's own thread.
 using MessageSink = std::function<void(std::string bytes, std::int64_t timeMs)>;
 
 // An open link from one input device.

@@ -21,7 +21,8 @@ std::vector<std::string> PeekLines(std::string_view allPresets) {
     for (std::size_t at = kAllPresetsNamesOffset; at + kPresetNameNibbles <= allPresets.size() && index <= 50;
          at += kPresetNameNibbles, ++index) {
         const std::string name = MSBModule::TildeToGreater(NameFromNibbles(allPresets.substr(at, kPresetNameNibbles)));
-        lines.push_back((index == 0 ? std::string("EditBuffer:  ") : TwoDigits(index) + ":  ") + name);
+        // Entries 0 to 49 are the slots; the last, 50, is the edit buffer.
+        lines.push_back((index == 50 ? std::string("EditBuffer:  ") : TwoDigits(index) + ":  ") + name);
     }
     return lines;
 }

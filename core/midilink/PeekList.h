@@ -12,9 +12,10 @@ namespace tavlo {
 inline constexpr const char* kPeekSizingLine = "EditBuffer:  AAAAAAAAAAAAAAAA";
 
 // The lines of PeekList from an ALL PRESETS dump: the 51 names at 10, 42,
-// ... 1642 (counted from 1), the first as "EditBuffer:  " and the name, the
-// others the two-digit number, ":  " and the name. A dump too short for a
-// name gives no line for it.
+// ... 1642 (counted from 1), in the dump's order. Entries 0 to 49 are the
+// slots, each the two-digit slot, ":  " and the name; entry 50 is the edit
+// buffer, "EditBuffer:  " and the name. A dump too short for a name gives no
+// line for it.
 std::vector<std::string> PeekLines(std::string_view allPresets);
 
 // LoadPeekList: asks the device for ALL PRESETS (the memory image's row of

@@ -29,11 +29,14 @@ struct RtMidiOptions {
 };
 
 // The system's MIDI through RtMidi, on JACK or ALSA. Input runs in callback
-// mode: RtMidi's thread only pushes whole messages (sysex let through) into
-// the port's locked queue. Every RtMidi error goes to an error callback and
-// becomes a returned reason; nothing is thrown at the caller. Long sysex
-// leaves in paced pieces; on ALSA, whose RtMidi output refuses a piece
-// without its F7, through a sequencer client of Tavlo's own.
+// mode: RtMidi's thread only pushes what it got (sysex let through) into
+// the port's locked queue, which makes whole messages of it: RtMidi joins
+// everything that arrives while a sysex is open, clock bytes, notes and a
+// new F0 alike, so its messages can't be taken as they are. Every RtMidi
+// error goes to an error callback and becomes a returned reason; nothing is
+// thrown at the caller. Long sysex leaves in paced pieces; on ALSA, whose
+// RtMidi output refuses a piece without its F7, through a sequencer client
+// of Tavlo's own.
 class RtMidiBackend : public MidiBackend {
 public:
     explicit RtMidiBackend(RtMidiOptions options);

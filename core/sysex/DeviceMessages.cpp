@@ -1,5 +1,7 @@
 #include "sysex/DeviceMessages.h"
 
+#include "sysex/AllScenesDump.h"
+
 namespace tavlo {
 
 std::string DeviceDumpHeader(int deviceId, unsigned char command) {
@@ -16,6 +18,8 @@ std::string DeviceRequest(int deviceId, unsigned char command) {
 std::string DeviceSlotCommand(int deviceId, unsigned char command, int slot) {
     return DeviceDumpHeader(deviceId, command) + static_cast<char>(slot & 0x7F) + '\xF7';
 }
+
+std::size_t FixedDumpLength(int command) { return command == DeviceCommand::AllScenes ? kAllScenesLength : 0; }
 
 bool IsDeviceMessage(std::string_view message) {
     return message.size() > kCommandOffset && message.substr(0, kDeviceHeader.size()) == kDeviceHeader;

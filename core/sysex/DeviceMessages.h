@@ -38,6 +38,10 @@ std::string DeviceSlotCommand(int deviceId, unsigned char command, int slot);
 // The seven header bytes of a dump, without data or F7.
 std::string DeviceDumpHeader(int deviceId, unsigned char command);
 
+// The length of a dump whose length is fixed, whole with header and F7:
+// ALL SCENES is always 4409 bytes. 0 for the others.
+std::size_t FixedDumpLength(int command);
+
 // True when the message starts with the family header and is long enough to
 // carry a command byte.
 bool IsDeviceMessage(std::string_view message);

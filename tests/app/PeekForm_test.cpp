@@ -9,6 +9,9 @@
 #include "midilink/VirtualPC1600.h"
 #include "base/MSBModule.h"
 #include "midilink/MidiLink.h"
+#include "db/PoolDatabase.h"
+#include "midilink/MidiConfig.h"
+#include "ui/StatusForm.h"
 
 using namespace tavlo;
 using namespace tavlo::testing;
@@ -20,6 +23,7 @@ private slots:
     void peekAgainAsksAnew();
     void noAnswerGivesTheAllPresetsMessageAndAnEmptyList();
     void theListFillsTheWindow();
+    void cancelClosesTheStatusWindowAtOnceAndEndsTheWait();
 };
 
 namespace {
@@ -50,7 +54,7 @@ void PeekFormTest::listsTheNamesInTheDevice() {
     QVERIFY(form.isVisible());
     QListWidget* list = List(form);
     QCOMPARE(list->count(), 51);
-    QCOMPARE(list->item(0)->text(), QString("EditBuffer:  Strings         "));
+    QCOMPARE(list->item(0)->text(), QString("00:  Strings         "));
     QCOMPARE(list->item(1)->text(), QString("01:  Lead>Pad        "));
     QCOMPARE(list->item(2)->text(), QString("02:  --Initialized-- "));
     QCOMPARE(ts.status.caption, std::string("Peeking at PC1600(x) Presets"));
@@ -100,4 +104,29 @@ void PeekFormTest::theListFillsTheWindow() {
 }
 
 QTEST_MAIN(PeekFormTest)
+void PeekFormTest::cancelClosesTheStatusWindowAtOnceAndEndsTheWait() {
+    TestProgram ts;  // its prompter, clock, pump and folder
+    StatusForm status;
+    Program session(ts.prompter, status, ts.pump, ts.clock);
+    QVERIFY(session.pool.open(ts.dir.file("Own.mdb")).ok());
+    LoadMidiConfiguration(session);
+    session.midi.ManualMode = true;  // only the dump or Cancel ends the wait
+    auto* cancel = status.findChild<QPushButton*>("CancelButton");
+    bool goneAtOnce = false;
+    const std::int64_t start = ts.clock.now();
+    ts.pump.onYield = [&] {
+        if (ts.clock.now() - start != 3000) return;
+        QVERIFY(status.isVisible() && cancel->isVisible());
+        QTest::mouseClick(cancel, Qt::LeftButton);
+        goneAtOnce = !status.isVisible();
+    };
+    PeekForm form(session);
+    form.peek();
+    QVERIFY(goneAtOnce);
+    QVERIFY(!status.isVisible());
+    QCOMPARE(List(form)->count(), 0);
+    QVERIFY(ts.prompter.seen().empty());
+    QVERIFY(ts.clock.now() - start < 3100);
+}
+
 #include "PeekForm_test.moc"

@@ -54,6 +54,23 @@ start_vdevice() {
     fail "tavlo-vdevice $name did not get ready"
 }
 
+# start_rawpeer NAME [ARGS...]: a test device that answers each request with
+# bytes exactly as given (see tests/e2e/rawpeer.cpp); ports NAME:in and
+# NAME-out:out. Stopped with the virtual devices.
+start_rawpeer() {
+    local name=$1
+    shift
+    "$TAVLO_BUILD_DIR/tests/tavlo-rawpeer" "$name" "$@" >"$work/$name.log" 2>&1 &
+    local pid=$!
+    vdevice_pids+=("$pid")
+    for _ in $(seq 100); do
+        grep -q "ready" "$work/$name.log" && return 0
+        kill -0 "$pid" 2>/dev/null || { cat "$work/$name.log"; fail "tavlo-rawpeer $name ended"; }
+        sleep 0.1
+    done
+    fail "tavlo-rawpeer $name did not get ready"
+}
+
 stop_vdevices() {
     for pid in "${vdevice_pids[@]}"; do kill "$pid" 2>/dev/null; wait "$pid" 2>/dev/null; done
     vdevice_pids=()

@@ -14,6 +14,7 @@ inline constexpr int kExitOk = 0;
 inline constexpr int kExitFailed = 1;     // the thing checked is not sound
 inline constexpr int kExitBadInput = 2;   // a file, dump or text that is refused
 inline constexpr int kExitTimedOut = 3;   // the device did not answer
+inline constexpr int kExitCancelled = 4;  // Ctrl-C ended a wait
 inline constexpr int kExitUsage = 64;
 
 // A command line that can't be read as written: an option's value that is no

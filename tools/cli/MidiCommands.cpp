@@ -8,6 +8,7 @@
 #include <jack/jack.h>
 
 #include "CliCommand.h"
+#include "CliWait.h"
 #include "sysex/DeviceMessages.h"
 #include "midilink/ExchangeDump.h"
 #include "midilink/MIDIFormOperations.h"
@@ -68,8 +69,11 @@ private:
 
 // A session with no pool: the MIDI link is all these commands need.
 struct MidiSession {
+    // Progress goes to stderr whatever stream the messages go to.
     MidiSession(const CliArgs& args, std::ostream& err)
-        : prompter(&err, MessageAnswer::OK), session(std::make_unique<Program>(prompter, status, pump, clock)) {
+        : prompter(&err, MessageAnswer::OK),
+          status(std::cerr, clock),
+          session(std::make_unique<Program>(prompter, status, pump, clock)) {
         RtMidiOptions options;
         if (const auto api = args.option("--api"); !api || !ParseMidiApi(*api, options.api))
             options.api = DefaultMidiApi();
@@ -103,9 +107,9 @@ struct MidiSession {
     }
 
     StreamPrompter prompter;
-    SilentStatusView status;
-    SleepingPump pump;
     SteadyClock clock;
+    CliStatus status;
+    CliPump pump{status};
     std::unique_ptr<Program> session;
 };
 
@@ -129,20 +133,21 @@ int midiPorts(const CliArgs& args, std::ostream& out, std::ostream& err) {
 
 struct DumpKind {
     const char* word;
+    const char* what;  // what the wait says it waits for
     unsigned char request;
     unsigned char answer;
     IntervalRow row;
     TimeoutFlow flow;
 };
 constexpr DumpKind kDumpKinds[] = {
-    {"all-presets", DeviceCommand::RequestAllPresets, DeviceCommand::AllPresets, IntervalRow::MemoryImage,
-     TimeoutFlow::AllPresets},
-    {"all-scenes", DeviceCommand::RequestAllScenes, DeviceCommand::AllScenes, IntervalRow::MemoryImage,
+    {"all-presets", "ALL PRESETS", DeviceCommand::RequestAllPresets, DeviceCommand::AllPresets,
+     IntervalRow::MemoryImage, TimeoutFlow::AllPresets},
+    {"all-scenes", "ALL SCENES", DeviceCommand::RequestAllScenes, DeviceCommand::AllScenes, IntervalRow::MemoryImage,
      TimeoutFlow::AllScenes},
-    {"all-globals", DeviceCommand::RequestAllGlobals, DeviceCommand::AllGlobals, IntervalRow::MemoryImage,
-     TimeoutFlow::AllGlobals},
-    {"edit-buffer", DeviceCommand::RequestEditBuffer, DeviceCommand::PresetDump, IntervalRow::SinglePreset,
-     TimeoutFlow::SinglePreset},
+    {"all-globals", "ALL GLOBALS", DeviceCommand::RequestAllGlobals, DeviceCommand::AllGlobals,
+     IntervalRow::MemoryImage, TimeoutFlow::AllGlobals},
+    {"edit-buffer", "the Preset in the edit buffer", DeviceCommand::RequestEditBuffer, DeviceCommand::PresetDump,
+     IntervalRow::SinglePreset, TimeoutFlow::SinglePreset},
 };
 
 int midiGet(const CliArgs& args, std::ostream& out, std::ostream& err) {
@@ -167,12 +172,17 @@ int midiGet(const CliArgs& args, std::ostream& out, std::ostream& err) {
     request.title = "Getting data from PC1600(x)";
     request.request = DeviceRequest(deviceId, kind->request);
     request.awaitedCommand = kind->answer;
+    request.automaticPrompt = std::string("Waiting for ") + kind->what + " from PC1600(x)...";
     request.row = kind->row;
     request.flow = kind->flow;
     // The whole wait is two ticks.
     if (timeout > 0) request.interval = std::max<std::int64_t>(1, static_cast<std::int64_t>(timeout * 500));
     midi.session->midi.DeviceId = deviceId;
     const ExchangeResult result = ExchangeDump(*midi.session, request);
+    if (result.outcome == ExchangeResult::Outcome::Cancelled) {
+        err << "tavlo-cli: cancelled\n";
+        return kExitCancelled;
+    }
     if (!result.received()) return kExitTimedOut;
 
     std::ofstream file_(*file, std::ios::binary | std::ios::trunc);
@@ -208,8 +218,16 @@ int midiSend(const CliArgs& args, std::ostream& out, std::ostream& err) {
     if (!midi.open(link.MIDIOut, link.devices.outputNames(), *outName, err)) return kExitFailed;
     for (std::size_t i = 0; i < messages.size(); ++i) {
         // The device needs a pause between dumps.
-        if (i > 0) Pause(*midi.session, pauseMs);
-        if (!link.MIDIOut.sendSysex(messages[i])) {
+        if (i > 0) {
+            midi.status.begin("Pausing before message " + std::to_string(i + 1) + " of " +
+                              std::to_string(messages.size()));
+            Pause(*midi.session, pauseMs);
+        }
+        midi.status.begin("Sending message " + std::to_string(i + 1) + " of " + std::to_string(messages.size()) +
+                          " (" + std::to_string(messages[i].size()) + " bytes) to " + *outName);
+        const bool sent = link.MIDIOut.sendSysex(messages[i]);
+        midi.status.hide();
+        if (!sent) {
             err << "tavlo-cli: sending failed: " << link.MIDIOut.lastError() << "\n";
             return kExitFailed;
         }
@@ -228,6 +246,7 @@ int midiSearch(const CliArgs& args, std::ostream& out, std::ostream& err) {
     }
     MidiSession midi(args, out);
     if (!midi.openPorts(*in, *outName, err)) return kExitFailed;
+    midi.status.begin("Searching for the PC1600(x) on MIDI channels 1 to 16");
     return TestButton(*midi.session) ? kExitOk : kExitTimedOut;
 }
 
@@ -241,7 +260,7 @@ const CommandRegistrar ports{{"midi ports", "midi ports [--api jack|alsa]   list
 const CommandRegistrar get{
     {"midi get",
      "midi get all-presets|all-scenes|all-globals|edit-buffer --in NAME --out NAME [--device-id N] [--timeout S] "
-     "[--api jack|alsa] [--no-pacing] -o FILE.syx   get a dump from the device (exit 3: no answer)",
+     "[--api jack|alsa] [--no-pacing] -o FILE.syx   get a dump from the device (exit 3: no answer, 4: Ctrl-C)",
      {"--in", "--out", "--device-id", "--timeout", "--api", "-o"},
      {"--no-pacing"},
      midiGet}};

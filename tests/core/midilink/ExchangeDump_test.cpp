@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "LinkFixture.h"
 #include "midilink/MidiConfig.h"
 #include "midilink/MidiLink.h"
@@ -23,7 +25,22 @@ ExchangeRequest PresetRequest(int id = 0) {
     return r;
 }
 
-class ExchangeDumpTest : public LinkFixture {};
+class ExchangeDumpTest : public LinkFixture {
+protected:
+    // Clock and notes from another device on the same cable, more at every
+    // yield than one round of the wait takes, for the first `ms` of a wait.
+    void flood(std::int64_t ms, std::function<void()> also = nullptr) {
+        const std::int64_t start = ts.clock.now();
+        ts.pump.onYield = [this, start, ms, also] {
+            if (ts.clock.now() - start < ms) {
+                loop->inject("Dev", "\xF8");
+                loop->inject("Dev", std::string("\x90\x3C\x40", 3));
+                loop->inject("Dev", "\xF8");
+            }
+            if (also) also();
+        };
+    }
+};
 
 TEST_F(ExchangeDumpTest, ReceivesTheAwaitedDumpAfterSendingTheRequest) {
     const std::string dump = PresetDumpBytes(0);
@@ -59,6 +76,20 @@ TEST_F(ExchangeDumpTest, WrongCommandsAndOtherMakersAreDroppedAndAnyIdentifierIs
     EXPECT_EQ(result.dump, dump);
 }
 
+TEST_F(ExchangeDumpTest, AllScenesIsTakenOnlyAtItsExactLength) {
+    ExchangeRequest request = PresetRequest();
+    request.request = DeviceRequest(0, DeviceCommand::RequestAllScenes);
+    request.awaitedCommand = DeviceCommand::AllScenes;
+    const std::string header = DeviceDumpHeader(0, DeviceCommand::AllScenes);
+    const auto scenes = [&](std::size_t length, char fill) {
+        return header + std::string(length - header.size() - 1, fill) + '\xF7';
+    };
+    answerWith({scenes(4408, 1), scenes(4410, 2), scenes(4409, 3)});
+    const ExchangeResult result = ExchangeDump(*ts, request);
+    ASSERT_TRUE(result.received());
+    EXPECT_EQ(result.dump, scenes(4409, 3));
+}
+
 struct TimeoutCase {
     IntervalRow row;
     TimeoutFlow flow;
@@ -68,10 +99,11 @@ struct TimeoutCase {
     std::string text;
 };
 
-class ExchangeTimeoutTest : public LinkFixture, public ::testing::WithParamInterface<TimeoutCase> {};
+class ExchangeTimeoutTest : public ExchangeDumpTest, public ::testing::WithParamInterface<TimeoutCase> {};
 
-TEST_P(ExchangeTimeoutTest, GivesUpAfterTwoTicksWithTheFlowsMessage) {
+TEST_P(ExchangeTimeoutTest, GivesUpAfterTwoTicksWithTheFlowsMessageWhateverElseComes) {
     const TimeoutCase& c = GetParam();
+    flood(300000);
     ts->midi.TimeoutIndex = c.timeoutIndex;
     ExchangeRequest request = PresetRequest();
     request.row = c.row;
@@ -162,9 +194,9 @@ TEST_F(ExchangeDumpTest, CancelEndsTheWaitWithNothingAndNoMessage) {
     for (bool manual : {true, false}) {
         ts->midi.ManualMode = manual;
         const std::int64_t start = ts.clock.now();
-        ts.pump.onYield = [&] {
+        flood(300000, [&] {
             if (ts.clock.now() - start == 3000) ts.status.cancelledFlag = true;
-        };
+        });
         const ExchangeResult result = ExchangeDump(*ts, PresetRequest());
         EXPECT_EQ(result.outcome, ExchangeResult::Outcome::Cancelled) << manual;
         EXPECT_TRUE(result.dump.empty());

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include "FakeTime.h"
 #include "LoopbackBackend.h"
 #include "midilink/MidiLink.h"
@@ -52,6 +54,54 @@ TEST_F(MidiPortsTest, QueueKeepsWholeMessagesOnlyWhileBuffering) {
     EXPECT_EQ(link.MIDIIn.count(), 0);
     EXPECT_EQ(link.MIDIIn.current(), "");
 }
+
+// Bytes written as hexadecimal pairs, "F0 01 F7".
+std::string Hex(const std::string& text) {
+    std::string bytes;
+    std::istringstream in(text);
+    std::string pair;
+    while (in >> pair) bytes += static_cast<char>(std::stoi(pair, nullptr, 16));
+    return bytes;
+}
+
+struct StreamCase {
+    const char* name;
+    std::vector<std::string> chunks;  // as the backend hands them over; "clear" clears the port
+    std::vector<std::string> messages;
+};
+
+class StreamAssemblyTest : public MidiPortsTest, public ::testing::WithParamInterface<StreamCase> {};
+
+TEST_P(StreamAssemblyTest, MessagesAreWhatAMidiLineCarries) {
+    openOn(link.MIDIIn, link.MIDIOut, 0);
+    link.MIDIIn.setBuffering(true);
+    for (const auto& chunk : GetParam().chunks) {
+        if (chunk == "clear") link.MIDIIn.clear();
+        else loop->inject("A", Hex(chunk));
+    }
+    std::vector<std::string> got;
+    for (; link.MIDIIn.count() > 0; link.MIDIIn.remove()) got.push_back(link.MIDIIn.current());
+    std::vector<std::string> expected;
+    for (const auto& m : GetParam().messages) expected.push_back(Hex(m));
+    EXPECT_EQ(got, expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Rules, StreamAssemblyTest,
+    ::testing::Values(
+        StreamCase{"ClockInsideADumpComesOutOnItsOwn", {"F0 00 00 1B 0B 00 03 01 F8 02 F7"},
+                   {"F8", "F0 00 00 1B 0B 00 03 01 02 F7"}},
+        // The note ends the dump; the bytes after it are running status.
+        StreamCase{"NoteInsideADumpEndsIt", {"F0 00 00 1B 0B 00 03 01 90 3C 40 02 03 F7"}, {"90 3C 40", "90 02 03"}},
+        StreamCase{"CutOffDumpSentAgainIsNotJoined", {"F0 00 00 1B 0B 00 03 01", "F0 00 00 1B 0B 00 03 01 02 F7"},
+                   {"F0 00 00 1B 0B 00 03 01 02 F7"}},
+        StreamCase{"PiecesMakeOneDump", {"F0 00 00", "1B 0B 00 03", "01 02 F7"}, {"F0 00 00 1B 0B 00 03 01 02 F7"}},
+        StreamCase{"MessagesRunTogetherComeApart", {"90 3C 40 F0 01 F7 C0 05 F2 01 02"},
+                   {"90 3C 40", "F0 01 F7", "C0 05", "F2 01 02"}},
+        StreamCase{"RunningStatusAcrossPieces", {"B0 07", "64 0A 20"}, {"B0 07 64", "B0 0A 20"}},
+        StreamCase{"SystemCommonEndsADumpAndStrayBytesAreDropped", {"F0 01 02 F3 05 06 F7 F7"}, {"F3 05"}},
+        StreamCase{"ClearEndsTheReceptionInProgress", {"F0 00 00 1B 0B 00 03 01", "clear", "02 F7"}, {}}),
+    [](const auto& info) { return std::string(info.param.name); });
 
 TEST_F(MidiPortsTest, FilterLetsThroughOnlyAcceptedKinds) {
     openOn(link.MIDIIn, link.MIDIOut, 0);

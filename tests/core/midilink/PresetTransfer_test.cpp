@@ -95,9 +95,10 @@ TEST_F(PresetTransferTest, PeekListsTheEditBufferAndTheFiftySlots) {
     list.addItem(kPeekSizingLine);
     LoadPeekList(*ts, list);
     ASSERT_EQ(list.listCount(), 51);
-    EXPECT_EQ(list.list(0), "EditBuffer:  Preset 0        ");
-    EXPECT_EQ(list.list(1), "01:  Preset 1        ");
-    EXPECT_EQ(list.list(50), "50:  Preset 50       ");
+    // Entries 0 to 49 are the slots, entry 50 the edit buffer.
+    EXPECT_EQ(list.list(0), "00:  Preset 0        ");
+    EXPECT_EQ(list.list(49), "49:  Preset 49       ");
+    EXPECT_EQ(list.list(50), "EditBuffer:  Preset 50       ");
     EXPECT_EQ(sentMessages(), std::vector<std::string>{DeviceRequest(0, 0x11)});
     EXPECT_EQ(ts.status.caption, "Peeking at PC1600(x) Presets");
     EXPECT_EQ(ts.status.lines.front(), "Waiting for ALL PRESETS data from PC1600(x).....");
