@@ -3,6 +3,7 @@
 
 #include "EditorTestHelpers.h"
 #include "TestProgram.h"
+#include "db/PoolDatabase.h"
 #include "editor/EditorSelection.h"
 #include "editor/EditorState.h"
 #include "editor/Scenes.h"

@@ -150,7 +150,7 @@ TEST_F(PoolNames, TheClashRenamesFollowTheRule) {
     EXPECT_TRUE(ImportPresetSysexFile(s, path));
     EXPECT_TRUE(prompter.done());
     EXPECT_GT(idOf("New"), 0);
-    EXPECT_EQ(idOf("--initialized--"), -1);
+    EXPECT_EQ(textOf("SELECT Name FROM PresetRec WHERE ID = :ID", 1), "--Initialized--");
 }
 
 TEST_F(PoolNames, TheClashDialogueWithoutAButtonKeepsThePoolsPresetEveryFile) {
