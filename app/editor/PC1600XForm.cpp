@@ -599,7 +599,8 @@ void PC1600XForm::spread(bool button) {
     const int function = button ? editor_.preset.Buttons[source].Function : editor_.preset.Faders[source].Function;
     if (!SpreadOptionsFor(button, function)) return;
     SpreadForm form(editor_, button, source, this);
-    form.exec();
+    // Only the Spread button spreads; Esc, Cancel and the close box change nothing.
+    if (form.exec() != QDialog::Accepted) return;
     const SpreadForm::Result r = form.result();
     ApplySpread(editor_, button, source, r.from, r.to, r.option);
 }

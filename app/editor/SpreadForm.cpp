@@ -50,7 +50,9 @@ SpreadForm::Result SpreadForm::result() const {
     Result r;
     if (QListWidgetItem* from = ui_->FromList->currentItem()) r.from = from->data(Qt::UserRole).toInt();
     if (QListWidgetItem* to = ui_->ToList->currentItem()) r.to = to->data(Qt::UserRole).toInt();
-    r.option = ui_->SpreadOption_1->isVisible() && ui_->SpreadOption_1->isChecked() ? 1 : 0;
+    // Read after the dialog has closed: whether the option is offered, not
+    // whether it is on screen right now.
+    r.option = !ui_->SpreadOption_1->isHidden() && ui_->SpreadOption_1->isChecked() ? 1 : 0;
     return r;
 }
 

@@ -22,8 +22,9 @@ public:
 
     SpreadForm(const EditorState& editor, bool button, int source, QWidget* parent = nullptr);
     ~SpreadForm() override;
-    // Cancel and closing leave From on its last line and To on line 0, which
-    // reads as "nothing to do".
+    // Only meaningful when exec() returned Accepted. Cancel and closing also
+    // leave From on its last line and To on line 0, which reads as "nothing
+    // to do".
     Result result() const;
 
 protected:

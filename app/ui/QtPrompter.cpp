@@ -2,6 +2,7 @@
 
 #include <QButtonGroup>
 #include <QCheckBox>
+#include <QCloseEvent>
 #include <QDialog>
 #include <QDir>
 #include <QFileDialog>
@@ -20,6 +21,32 @@
 #include "ui/QtText.h"
 
 namespace tavlo {
+namespace {
+
+// A dialogue that only its buttons end: Esc and the close box are refused.
+class ButtonsOnlyDialog : public QDialog {
+public:
+    ButtonsOnlyDialog(QWidget* parent, bool closable) : QDialog(parent), closable_(closable) {}
+    void done(int result) override {
+        if (closable_ || finishing_) QDialog::done(result);
+    }
+    void finish() {
+        finishing_ = true;
+        accept();
+    }
+
+protected:
+    void closeEvent(QCloseEvent* event) override {
+        if (closable_ || finishing_) QDialog::closeEvent(event);
+        else event->ignore();
+    }
+
+private:
+    bool closable_;
+    bool finishing_ = false;
+};
+
+}  // namespace
 
 QString QtFileFilter(const std::string& filter) {
     const QStringList parts = toQt(filter).split('|');
@@ -121,7 +148,7 @@ std::optional<std::string> QtPrompter::saveFile(const FileRequest& request) {
 }
 
 ChoiceAnswer QtPrompter::choose(const ChoiceRequest& request) {
-    QDialog dialog(parent_);
+    ButtonsOnlyDialog dialog(parent_, request.closable);
     dialog.setObjectName(QString::fromStdString(request.dialogName));
     dialog.setWindowTitle(toQt(request.title));
     auto* layout = new QVBoxLayout(&dialog);
@@ -169,7 +196,7 @@ ChoiceAnswer QtPrompter::choose(const ChoiceRequest& request) {
         button->setAutoDefault(false);
         QObject::connect(button, &QPushButton::clicked, &dialog, [&dialog, &chosen, i] {
             chosen = static_cast<int>(i);
-            dialog.accept();
+            dialog.finish();
         });
         row->addWidget(button);
     }

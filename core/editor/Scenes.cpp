@@ -277,6 +277,9 @@ bool DeleteScene(const EditorContext& session) {
         if (line >= 0) list->removeItem(line);
         if (list->listIndex() < 0 && list->listCount() > 0) list->setListIndex(0);
     }
+    // The button frame may show a button the deletion just turned Off; left
+    // as it was, it would still offer "Send Scene" and write that back.
+    if (editor.ShownFrame == EditorFrame::Button) ShowButtonParams(editor, editor.CurrentButton);
     RedrawCaptions(editor);
     editor.notifyChanged();
     return true;

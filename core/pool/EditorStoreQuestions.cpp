@@ -6,31 +6,34 @@
 #include "editor/InitPreset.h"
 #include "pool/PoolContext.h"
 #include "pool/PresetStore.h"
+#include "preset/PresetNames.h"
 #include "ui/Prompter.h"
 
 namespace tavlo {
+namespace {
 
-bool InitPresetButton(const PoolContext& session) {
-    EditorState& editor = session.editor;
-    if (session.editor.ProgramInit && INITDataChanged(editor) &&
-        MSBModule::Trim(editor.preset.Name) != kInitializedName) {
-        const MessageAnswer answer = session.prompter.message(
-            "Store Preset in Pool?", "Do you want to store this Preset in the Preset Pool?", MessageButtons::YesNoCancel);
-        if (answer == MessageAnswer::Cancel) return false;
-        if (answer == MessageAnswer::Yes) {
-            editor.CancelClose = false;
-            StoreInPoolButton(session);
-            if (editor.CancelClose) {
-                editor.CancelClose = false;
-                return false;
-            }
-        }
-    }
-    InitializePreset(session);
-    return true;
+bool unsavedWork(const EditorState& editor) {
+    return INITDataChanged(editor) && !IsInitializedName(editor.preset.Name);
 }
 
-namespace {
+// "Do you want to store this Preset in the Preset Pool?" and, on Yes, the
+// store. False when the user cancelled or the store was refused: the edits
+// are still only in the editor.
+bool askAndStore(const PoolContext& session) {
+    EditorState& editor = session.editor;
+    const MessageAnswer answer = session.prompter.message(
+        "Store Preset in Pool?", "Do you want to store this Preset in the Preset Pool?", MessageButtons::YesNoCancel);
+    if (answer == MessageAnswer::Cancel) return false;
+    if (answer == MessageAnswer::Yes) {
+        editor.CancelClose = false;
+        editor.ClosingEditor = false;
+        StoreInPoolButton(session);
+        const bool refused = editor.CancelClose || INITDataChanged(editor);
+        editor.CancelClose = false;
+        if (refused) return false;
+    }
+    return true;
+}
 
 // The store as the closing window asks for it; false when it wants the
 // window kept open.
@@ -47,9 +50,20 @@ bool storeOnClose(const PoolContext& session) {
 
 }  // namespace
 
+bool InitPresetButton(const PoolContext& session) {
+    if (session.editor.ProgramInit && unsavedWork(session.editor) && !askAndStore(session)) return false;
+    InitializePreset(session);
+    return true;
+}
+
+bool StoreEditsFirst(const PoolContext& session) {
+    if (!session.editor.Visible || !unsavedWork(session.editor)) return true;
+    return askAndStore(session);
+}
+
 bool EditorQueryClose(const PoolContext& session) {
     EditorState& editor = session.editor;
-    if (!session.editor.Quitting && INITDataChanged(editor) && MSBModule::Trim(editor.preset.Name) != kInitializedName) {
+    if (unsavedWork(editor)) {
         if (session.memImage.MemoryImageBound) {
             if (!storeOnClose(session)) return false;
         } else {
@@ -60,6 +74,19 @@ bool EditorQueryClose(const PoolContext& session) {
             if (answer == MessageAnswer::Yes && !storeOnClose(session)) return false;
         }
     }
+    editor.Visible = false;
+    editor.notifyChanged();
+    return true;
+}
+
+bool StoreBeforeQuit(const PoolContext& session) {
+    EditorState& editor = session.editor;
+    if (!editor.Visible || !unsavedWork(editor)) return true;
+    const MessageAnswer answer =
+        session.prompter.message("Store Preset to Pool", "Do you want to store this Preset to the Pool before closing the window?",
+                                 MessageButtons::YesNoCancel);
+    if (answer == MessageAnswer::Cancel) return false;
+    if (answer == MessageAnswer::Yes && !storeOnClose(session)) return false;
     editor.Visible = false;
     editor.notifyChanged();
     return true;

@@ -2,6 +2,7 @@
 
 #include "base/MSBModule.h"
 #include "pool/PoolContext.h"
+#include "pool/PresetNameRule.h"
 #include "editor/EditorState.h"
 #include "pool/PoolFlags.h"
 #include "pool/PoolFormState.h"
@@ -26,6 +27,7 @@ ChoiceRequest MemImageOrPoolChoiceRequest(const std::string& prompt, const std::
         {"CompareButton", "Compare", false},
     };
     request.fields = {{"NewNameText", "New Name:", newName}};
+    request.closable = false;
     return request;
 }
 
@@ -43,7 +45,12 @@ bool renameAccepted(const PoolContext& session, const std::string& newName) {
         session.prompter.message("Please Enter New Name", "You must enter a new Name in the Textbox to the right first.");
         return false;
     }
-    if (presetNameTaken(session, newName)) {
+    const PresetNameCheck check = CheckPresetName(newName);
+    if (!check.ok()) {
+        session.prompter.message("Cannot Continue Store", check.problem);
+        return false;
+    }
+    if (presetNameTaken(session, check.name)) {
         session.prompter.message("Cannot Continue Store",
                                  "That Preset Name already exists in the database.  Please choose another.");
         return false;
@@ -75,6 +82,7 @@ ClashChoice ShowMemImageOrPoolChoiceForm(const PoolContext& session, std::int64_
             case static_cast<int>(ClashButton::RenamePool):
             case static_cast<int>(ClashButton::RenameSysex):
                 if (!renameAccepted(session, newName)) continue;
+                result.newName = CheckPresetName(newName).name;
                 flags.ChoiceResult = answer.button == static_cast<int>(ClashButton::RenamePool) ? 2 : 3;
                 flags.ChoiceForAll = false;
                 return result;
@@ -104,8 +112,11 @@ ClashChoice ShowMemImageOrPoolChoiceForm(const PoolContext& session, std::int64_
                 flags.ChoiceForAll = true;
                 return result;
             default:
-                // Closed by its frame (or the disabled Compare): the dialogue
-                // only hides, and the caller acts on ChoiceResult as it stands.
+                // The window refuses Esc and its close box; a prompter that
+                // still comes back without a button gets the choice that
+                // changes nothing, never the answer given to an earlier preset.
+                flags.ChoiceResult = 0;
+                flags.ChoiceForAll = false;
                 return result;
         }
     }

@@ -28,7 +28,8 @@ ChoiceRequest MemImageOrPoolChoiceRequest(const std::string& prompt, const std::
 
 // Shows the dialogue for the pool row `id` named `name` until one of its
 // buttons closes it, and sets ChoiceResult and ChoiceForAll of the session.
-// A dialogue closed by its frame only hides: ChoiceResult stays as it was.
+// The dialogue can't be closed by Esc or its frame; a prompter that answers
+// without a button counts as "Keep the Preset in the Pool".
 // `overwriteQuestion` is the question behind the Overwrite action.
 ClashChoice ShowMemImageOrPoolChoiceForm(const PoolContext& session, std::int64_t id, const std::string& name,
                                          const std::string& prompt, const std::string& overwriteQuestion);

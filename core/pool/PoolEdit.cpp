@@ -1,4 +1,5 @@
 #include "base/MSBModule.h"
+#include "preset/PresetNames.h"
 #include "pool/PoolList.h"
 #include "pool/PoolOperations.h"
 #include "pool/PresetLoad.h"
@@ -21,7 +22,7 @@ void EditButton(const PoolContext& session) {
                                  "The PC1600(x) Edit Window is busy with another operation.  Please try again later.");
         return;
     }
-    if (MSBModule::Trim(session.poolForm.PoolList.list(line)) == kInitializedName) return;
+    if (IsInitializedName(session.poolForm.PoolList.list(line))) return;
     session.memImage.MemoryImageBound = false;
     session.editor.Caption = "Edit Preset from Pool";
     if (LoadPC1600xFormFromPool(session, session.poolForm.PoolList.itemData(line))) {

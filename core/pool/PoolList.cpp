@@ -1,4 +1,5 @@
 #include "pool/PoolList.h"
+#include "preset/PresetNames.h"
 
 #include "pool/PresetMemorySize.h"
 #include "base/MSBModule.h"
@@ -112,7 +113,7 @@ void SelectPoolLine(const PoolContext& session, int index) {
     form.NotesText = DisplayDBString(preset.getText("Notes"));
     form.CreatedDateText = DisplayDate(preset.getText("CreatedDate"));
     form.UpdatedDateText = DisplayDate(preset.getText("UpdatedDate"));
-    if (Trim(preset.getText("Name")) == kInitializedName) {
+    if (IsInitializedName(preset.getText("Name"))) {
         form.MemLabel = "Fixed System Preset";
     } else {
         form.MemLabel = "Calculating...";

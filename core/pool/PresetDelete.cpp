@@ -1,4 +1,5 @@
 #include "editor/ImageSlots.h"
+#include "preset/PresetNames.h"
 #include "base/MSBModule.h"
 #include "db/PoolDatabase.h"
 #include "pool/PoolList.h"
@@ -42,7 +43,7 @@ void DeleteButton(const PoolContext& session) {
     if (line < 0) return;
     const std::int64_t id = session.poolForm.PoolList.itemData(line);
     const std::string name = MSBModule::Trim(session.poolForm.PoolList.list(line));
-    if (name == kInitializedName) {
+    if (IsInitializedName(name)) {
         session.prompter.message("Cannot Delete",
                                  "You cannot delete the --Initialized-- Preset.  It is kept for system use.");
         return;

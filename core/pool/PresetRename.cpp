@@ -5,6 +5,8 @@
 #include "pool/PoolList.h"
 #include "pool/PoolOperations.h"
 #include "pool/PoolContext.h"
+#include "pool/PresetNameRule.h"
+#include "preset/PresetNames.h"
 #include "editor/EditorState.h"
 #include "pool/PoolFlags.h"
 #include "pool/PoolFormState.h"
@@ -22,7 +24,7 @@ void RenameButton(const PoolContext& session) {
     if (line < 0) return;
     const std::int64_t id = session.poolForm.PoolList.itemData(line);
     const std::string name = Trim(session.poolForm.PoolList.list(line));
-    if (name == kInitializedName) {
+    if (IsInitializedName(name)) {
         // The system's own preset is found by its name; it keeps it.
         session.prompter.message(
             "Cannot Update --Initialized-- Preset",
@@ -32,12 +34,13 @@ void RenameButton(const PoolContext& session) {
     const std::optional<std::string> answer = session.prompter.input(
         "Rename Preset", "Enter the new name for the Preset '" + name + "' (leave blank to cancel).", name);
     if (!answer) return;
-    const std::string newName = Trim(*answer);
-    if (newName.empty()) return;
-    if (newName.size() > 16) {
-        session.prompter.message("Cannot Rename Preset", "A Preset's Name can only be a maximum of 16 characters long");
+    if (Trim(*answer).empty()) return;
+    const PresetNameCheck check = CheckPresetName(*answer);
+    if (!check.ok()) {
+        session.prompter.message("Cannot Rename Preset", check.problem);
         return;
     }
+    const std::string& newName = check.name;
     try {
         Database& db = session.pool.db();
         Statement clash = db.prepare("SELECT ID FROM PresetRec WHERE Name = :Name");

@@ -11,6 +11,8 @@
 #include "base/PoolDates.h"
 #include "pool/PoolList.h"
 #include "pool/PresetLoad.h"
+#include "pool/PresetNameRule.h"
+#include "preset/PresetNames.h"
 #include "pool/PoolContext.h"
 #include "editor/EditorState.h"
 #include "pool/PoolFlags.h"
@@ -60,10 +62,15 @@ bool nameBlankDownload(const PoolContext& session) {
     while (Trim(candidate).empty()) {
         const std::optional<std::string> answer = session.prompter.input("Enter New Preset Name", prompt, "");
         if (!answer) return false;
-        const std::string name = Trim(MSBModule::FilterNameCharacters(Trim(*answer)));
+        const PresetNameCheck check = CheckPresetName(*answer);
+        const std::string& name = check.name;
         if (name.empty()) continue;
         if (name.rfind("--", 0) == 0) {
             prompt = "The new name for this Preset cannot start with '--'.  Please enter a different new name.";
+            continue;
+        }
+        if (!check.ok()) {
+            prompt = check.problem;
             continue;
         }
         if (findPreset(session.pool.db(), name)) {
@@ -269,7 +276,7 @@ void rewriteCompanions(const PoolContext& session, std::int64_t id, bool keepOld
 void followUp(const PoolContext& session, std::int64_t id) {
     const std::string name = Trim(session.editor.preset.Name);
     ImageSlots& image = session.memImage;
-    if (image.MemoryImageBound && name != kTempName) {
+    if (image.MemoryImageBound && !SamePresetName(name, kTempName)) {
         ListState& slots = image.PresetList;
         const int slot = image.MemoryImageSlot;
         if (slot >= 0 && slot < slots.listCount()) slots.setLine(slot, TwoDigits(slot) + ":  " + name, id);
@@ -296,7 +303,7 @@ void StoreInPoolButton(const PoolContext& session) {
     editor.PresetKeptInPool = false;
     editor.preset.Name = MSBModule::FilterNameCharacters(editor.preset.Name);
 
-    if (Trim(editor.preset.Name) == kInitializedName) {
+    if (IsInitializedName(editor.preset.Name)) {
         if (!flags.DownloadInProgress)
             session.prompter.message(
                 "Cannot Update --Initialized-- Preset",
@@ -332,6 +339,20 @@ void StoreInPoolButton(const PoolContext& session) {
         if (!nameBlankDownload(session)) return;
     }
 
+    // Whatever typed or decoded the name, the pool takes it only within the
+    // rules. The comparison tool stores its passing copy as ">>>TEMP>>>"
+    // during a download; nobody else may.
+    const PresetNameCheck check = CheckPresetName(editor.preset.Name);
+    if (!check.ok() && !(flags.DownloadInProgress && SamePresetName(check.name, kTempName))) {
+        session.prompter.message("Cannot Store Preset", check.problem);
+        editor.CancelClose = true;
+        flags.StoreAborted = true;
+        editor.FocusPresetNameText = true;
+        editor.notifyChanged();
+        return;
+    }
+    editor.preset.Name = check.name;
+
     try {
         Transaction transaction(db);
         const std::string name = Trim(editor.preset.Name);
@@ -354,7 +375,7 @@ void StoreInPoolButton(const PoolContext& session) {
                 outcome = answer == MessageAnswer::Yes ? Outcome::Write : Outcome::KeepPool;
             } else {
                 ClashChoice choice;
-                if (!flags.ChoiceForAll && name != kTempName) {
+                if (!flags.ChoiceForAll && !SamePresetName(name, kTempName)) {
                     choice = ShowMemImageOrPoolChoiceForm(
                         session, existing->id, name,
                         "How would you like to resolve the duplicate Preset Name '" + name +
@@ -369,13 +390,13 @@ void StoreInPoolButton(const PoolContext& session) {
                     case 2: {
                         if (!named) break;
                         Statement rename = db.prepare("UPDATE PresetRec SET Name = :Name WHERE ID = :ID");
-                        rename.bind(":Name", SafeDBString(Trim(choice.newName))).bind(":ID", existing->id).run();
+                        rename.bind(":Name", SafeDBString(CheckPresetName(choice.newName).name)).bind(":ID", existing->id).run();
                         outcome = Outcome::Write;
                         break;
                     }
                     case 3:
                         if (!named) break;
-                        editor.preset.Name = Trim(choice.newName);
+                        editor.preset.Name = CheckPresetName(choice.newName).name;
                         outcome = Outcome::Write;
                         break;
                     default: break;

@@ -1,4 +1,5 @@
 #include "pool/PresetSysexFile.h"
+#include "preset/PresetNames.h"
 
 #include <fstream>
 #include <optional>
@@ -48,7 +49,7 @@ void SavePresetSysexButton(const PoolContext& session) {
     if (!path) return;
 
     EditorState& editor = session.editor;
-    if (INITDataChanged(editor) && MSBModule::Trim(editor.preset.Name) != kInitializedName) {
+    if (INITDataChanged(editor) && !IsInitializedName(editor.preset.Name)) {
         const MessageAnswer answer = session.prompter.message(
             "About to Save Tavlo Format Preset",
             "The Preset Editor window is required for this task.  Do you want to save the contents of the PC1600(x) "

@@ -8,6 +8,7 @@
 #include "editor/InitPreset.h"
 #include "preset/PristinePreset.h"
 #include "pool/PresetStore.h"
+#include "pool/EditorStoreQuestions.h"
 #include "preset/PresetDecoder.h"
 #include "preset/PresetDump.h"
 #include "pool/PoolContext.h"
@@ -50,6 +51,9 @@ bool ImportPresetSysexFile(const PoolContext& session, const std::string& path) 
         session.prompter.message(kCannotImportPresetTitle, kCannotImportPresetText);
         return false;
     }
+    // The file's preset takes the editor's place: unsaved work there is
+    // offered for storing first.
+    if (!StoreEditsFirst(session)) return false;
     // The editor now holds the file's preset, not a slot of the image.
     session.memImage.MemoryImageBound = false;
     InitializePreset(session);
@@ -58,6 +62,7 @@ bool ImportPresetSysexFile(const PoolContext& session, const std::string& path) 
 
     // One file is a download of its own: earlier "for all" answers don't hold.
     session.flags.ChoiceForAll = false;
+    session.flags.ChoiceResult = 0;
     session.editor.LastEnteredBlankName.clear();
     session.editor.ClosingEditor = false;
     DownloadScope download(session.flags);

@@ -1,4 +1,5 @@
 #include "preset/PresetEncoder.h"
+#include "preset/PresetNames.h"
 
 #include <algorithm>
 
@@ -163,7 +164,7 @@ void writeSetup(std::string& body, const WorkingPreset& preset, std::string_view
     // A Bank alone doesn't make the block present.
     for (const SetupChannelDef& channel : preset.SetupChannels)
         if (channel.ProgChange > 0 || channel.Volume > 0) present = true;
-    if (MSBModule::Trim(preset.Name) == kInitializedName) present = false;
+    if (IsInitializedName(preset.Name)) present = false;
     if (!present) {
         body += std::string{'\x01', '\x00'};
         return;

@@ -2,6 +2,7 @@
 
 #include "shell/Program.h"
 #include "db/PoolDatabase.h"
+#include "pool/EditorStoreQuestions.h"
 #include "ui/Prompter.h"
 
 namespace tavlo {
@@ -14,6 +15,7 @@ bool QuitMenu(Program& session, const std::vector<WindowStateRow>& windows) {
     } catch (const DatabaseError&) {
         session.prompter.message("Database Error", "There has been a Database Error");
     }
+    if (!StoreBeforeQuit(session)) return false;
     session.pool.close();
     return true;
 }

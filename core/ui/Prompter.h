@@ -38,6 +38,8 @@ struct ChoiceRequest {
     std::vector<std::string> listItems;  // a pick list when not empty
     int listIndex = -1;
     std::vector<Field> fields;
+    // False: only a button ends the dialogue; Esc and the close box do nothing.
+    bool closable = true;
 };
 
 struct ChoiceAnswer {
