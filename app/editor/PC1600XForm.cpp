@@ -1,10 +1,14 @@
 #include "editor/PC1600XForm.h"
 
+#include <QAbstractButton>
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QDrag>
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QLabel>
+#include <QApplication>
+#include <QFontMetrics>
 #include <QMimeData>
 #include <QPlainTextEdit>
 #include <QRegularExpressionValidator>
@@ -18,6 +22,7 @@
 #include "editor/EditorSelection.h"
 #include "editor/FunctionAssignment.h"
 #include "editor/InitPreset.h"
+#include "editor/ParameterRanges.h"
 #include "editor/ParameterText.h"
 #include "editor/Scenes.h"
 #include "editor/SetupInfo.h"
@@ -57,11 +62,54 @@ T* child(QWidget* parent, const QString& name) {
 std::string number(int value) { return std::to_string(value); }
 
 // A control of the panel shows its name over its tag.
-QString panelText(const std::string& caption) {
+// A caption's lines: the name, then its tag "(cc)" on a line of its own;
+// words that don't fit go on the next line, and a word wider than the whole
+// line is broken between its characters, so nothing is cut off.
+QStringList wrapCaption(const std::string& caption, const QFontMetrics& metrics, int width) {
     QString text = toQt(caption);
     text.replace("  (", "\n(");
     text.replace(" (", "\n(");
-    return text;
+    QStringList lines;
+    for (const QString& paragraph : text.split('\n')) {
+        QString line;
+        for (QString word : paragraph.split(' ', Qt::SkipEmptyParts)) {
+            const QString joined = line.isEmpty() ? word : line + ' ' + word;
+            if (metrics.horizontalAdvance(joined) <= width) {
+                line = joined;
+                continue;
+            }
+            if (!line.isEmpty()) lines << line;
+            line.clear();
+            for (const QChar c : word) {
+                if (!line.isEmpty() && metrics.horizontalAdvance(line + c) > width) {
+                    lines << line;
+                    line.clear();
+                }
+                line += c;
+            }
+        }
+        if (!line.isEmpty()) lines << line;
+    }
+    return lines;
+}
+
+// Shows a caption on a panel control whole: wrapped to the control's width,
+// in a smaller font when the lines would not fit its height.
+void showPanelCaption(QWidget* control, const std::string& caption, qreal pointSize, int margin) {
+    QFont font = control->font();
+    const int width = control->contentsRect().width() - margin;
+    const int height = control->contentsRect().height();
+    QStringList lines;
+    for (qreal size = pointSize;; size -= 0.5) {
+        font.setPointSizeF(size);
+        const QFontMetrics metrics(font);
+        lines = wrapCaption(caption, metrics, width);
+        if (lines.size() * metrics.lineSpacing() <= height || size <= 5) break;
+    }
+    control->setFont(font);
+    const QString text = lines.join('\n');
+    if (auto* label = qobject_cast<QLabel*>(control)) label->setText(text);
+    else if (auto* button = qobject_cast<QAbstractButton*>(control)) button->setText(text);
 }
 
 // Only the characters a name sent to the device may hold can be typed.
@@ -282,7 +330,10 @@ void PC1600XForm::connectFaderFrame() {
         if (refreshing_) return;
         SetFaderCCNum(editor_, v);
     });
-    connect(ui_->CCNameListCombo, &QComboBox::activated, this, [this](int index) { ui_->CCNumSlider->setValue(index); });
+    connect(ui_->CCNameListCombo, &QComboBox::activated, this, [this](int line) {
+        const int cc = CCNumberAt(ui_->CCNameListCombo, line);
+        if (cc >= 0) ui_->CCNumSlider->setValue(cc);
+    });
     new CCDigitTyping(ui_->CCNameListCombo, [this](int cc) { ui_->CCNumSlider->setValue(cc); });
     ui_->CCNumSlider->installEventFilter(this);
     connect(ui_->ModeCombo, &QComboBox::activated, this, [this](int index) { SetReplaceMode(editor_, index); });
@@ -437,14 +488,13 @@ void PC1600XForm::refresh() {
         sliders_[i]->setPageStep(std::max(1, (range.high - range.low) / 10));
         sliders_[i]->setValue(PCSliderPosition(fader));
         sliders_[i]->setStyleSheet(editor_.BorderedSlider == i ? "QSlider { border: 2px solid #000080; }" : "");
-        faderLabels_[i]->setText(panelText(editor_.FaderLabel[i]));
+        showPanelCaption(faderLabels_[i], editor_.FaderLabel[i], QApplication::font(faderLabels_[i]).pointSizeF(), 2);
         faderLabels_[i]->setToolTip(toQt(editor_.FaderLabel[i]));
     }
     for (int i = 0; i < 16; ++i) {
-        buttons_[i]->setText(panelText(editor_.PCButton[i]));
-        buttons_[i]->setStyleSheet(editor_.HighlightedButton == i
-                                       ? "QPushButton { background: #FFFFFF; font-size: 8pt; }"
-                                       : "QPushButton { background: #E0E0E0; font-size: 8pt; }");
+        buttons_[i]->setStyleSheet(editor_.HighlightedButton == i ? "QPushButton { background: #FFFFFF; }"
+                                                                  : "QPushButton { background: #E0E0E0; }");
+        showPanelCaption(buttons_[i], editor_.PCButton[i], 8, 6);
         buttons_[i]->setToolTip(toQt(editor_.PCButton[i]));
     }
     fillCombo(ui_->SelectSceneCombo, editor_.SelectSceneCombo);
@@ -513,11 +563,11 @@ void PC1600XForm::refreshFaderFrame() {
 
     if (!ui_->NameText->hasFocus() || !ui_->NameText->isModified()) ui_->NameText->setText(toQt(f.Name));
     if (!ui_->ValueText->hasFocus() || !ui_->ValueText->isModified()) ui_->ValueText->setText(QString::number(f.Value));
-    pairs_["Channel"]->show(f.Channel, 0, 16);
+    pairs_["Channel"]->show(f.Channel, kChannelRange.low, kChannelRange.high);
     pairs_["MinVal"]->show(f.Min, editor_.MinMaxSliderMin, editor_.MinMaxSliderMax);
     pairs_["MaxVal"]->show(f.Max, editor_.MinMaxSliderMin, editor_.MinMaxSliderMax);
     ui_->CCNumSlider->setValue(f.CCNum);
-    ui_->CCNameListCombo->setCurrentIndex(f.CCNum);
+    ShowCCNumber(ui_->CCNameListCombo, f.CCNum);
     ui_->ModeCombo->setCurrentIndex(f.ReplaceMode);
     ui_->ParamFormatCombo->setCurrentIndex(f.ParamFormat);
     ui_->EditStringText->setText(toQt(f.MIDIString));
@@ -567,10 +617,10 @@ void PC1600XForm::refreshButtonFrame() {
         w->setVisible(show.DeviceGroup);
 
     if (!ui_->BNameText->hasFocus() || !ui_->BNameText->isModified()) ui_->BNameText->setText(toQt(b.Name));
-    pairs_["BChannel"]->show(b.Channel, 0, 16);
-    pairs_["BProgChange"]->show(b.ProgChange, 0, 127);
-    pairs_["BNote"]->show(b.Note, 0, 129);
-    pairs_["Velocity"]->show(b.Velocity, 0, 129);
+    pairs_["BChannel"]->show(b.Channel, kChannelRange.low, kChannelRange.high);
+    pairs_["BProgChange"]->show(b.ProgChange, kProgChangeRange.low, kProgChangeRange.high);
+    pairs_["BNote"]->show(b.Note, kNoteRange.low, kNoteRange.high);
+    pairs_["Velocity"]->show(b.Velocity, kVelocityRange.low, kVelocityRange.high);
     ui_->String1Text->setText(toQt(b.String1));
     ui_->String2Text->setText(toQt(b.String2));
     fillCombo(ui_->BSceneCombo, editor_.BSceneCombo);
@@ -588,8 +638,9 @@ void PC1600XForm::refreshSetupFrame() {
     fillCombo(ui_->SelectPresetSceneCombo, editor_.SelectPresetSceneCombo);
     const bool pc1600 = session_.midi.PC1600Model;
     // The original PC1600 has no setup scene and no Bank MSB.
-    ui_->SelectPresetSceneCombo->setEnabled(!pc1600);
-    ui_->SOtherSceneButton->setEnabled(!pc1600);
+    for (QWidget* w : {static_cast<QWidget*>(ui_->SelectPresetSceneCombo), static_cast<QWidget*>(ui_->SOtherSceneButton),
+                       static_cast<QWidget*>(ui_->SSceneLabel)})
+        w->setVisible(!pc1600);
     ui_->MSBCheck->setEnabled(!pc1600);
 }
 
@@ -641,8 +692,10 @@ void PC1600XForm::beginDrag() {
 }
 
 void PC1600XForm::dropOn(bool button, int index, const QMimeData* mime) {
+    // Only Tavlo's own drags carry a control; anything dropped from another
+    // program is refused by kind and never pastes what was copied before.
     if (mime && mime->hasFormat(kDragMime)) session_.editor.DragType = mime->data(kDragMime).toStdString();
-    else if (mime && session_.editor.DragType.empty()) session_.editor.DragType = "TEXT";
+    else session_.editor.DragType = "TEXT";
     if (button) DropOnButton(session_, index);
     else DropOnFader(session_, index);
 }
@@ -662,11 +715,7 @@ bool PC1600XForm::acceptDrop(QEvent* event, bool button, int index) {
 bool PC1600XForm::eventFilter(QObject* watched, QEvent* event) {
     const QEvent::Type type = event->type();
     if (watched == ui_->CCNumSlider && type == QEvent::KeyPress) {
-        ParameterText::SliderKey key;
-        if (SliderTextPair::KeyOf(static_cast<QKeyEvent*>(event), key)) {
-            ui_->CCNumSlider->setValue(ParameterText::StepSlider(ui_->CCNumSlider->value(), key, 0, 127));
-            return true;
-        }
+        if (SliderTextPair::StepByKey(ui_->CCNumSlider, static_cast<QKeyEvent*>(event))) return true;
         return QWidget::eventFilter(watched, event);
     }
     for (int i = 0; i < 18; ++i) {
@@ -691,12 +740,7 @@ bool PC1600XForm::eventFilter(QObject* watched, QEvent* event) {
                         ui_->FunctionCombo->setFocus();
                         return true;
                     }
-                    ParameterText::SliderKey step;
-                    if (SliderTextPair::KeyOf(key, step)) {
-                        sliders_[i]->setValue(ParameterText::StepSlider(sliders_[i]->value(), step,
-                                                                        sliders_[i]->minimum(), sliders_[i]->maximum()));
-                        return true;
-                    }
+                    if (SliderTextPair::StepByKey(sliders_[i], key)) return true;
                 }
                 break;
             default: break;

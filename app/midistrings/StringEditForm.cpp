@@ -5,7 +5,11 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QTimer>
+#include <QAbstractItemView>
+#include <QAbstractSlider>
 #include <cstdio>
+#include <utility>
+#include <vector>
 
 #include "editor/EditorDefaults.h"
 #include "base/MSBModule.h"
@@ -26,9 +30,6 @@
 namespace tavlo {
 
 namespace {
-
-// SpecialButton(2) inserts the fader value ("pr").
-constexpr int kSpecialFaderValueButton = 2;
 
 void fillCombo(QComboBox* combo, const ListState& list) {
     combo->clear();
@@ -53,6 +54,11 @@ StringEditForm::StringEditForm(Program& session, QWidget* parent)
     ui_->DoneLearningButton->hide();
     ui_->StringText->setContextMenuPolicy(Qt::NoContextMenu);
     ui_->StringText->installEventFilter(this);
+    // No button presses itself on Return: the prefix is pasted only on a click.
+    for (QPushButton* button : findChildren<QPushButton*>()) {
+        button->setAutoDefault(false);
+        button->setDefault(false);
+    }
     connectControls();
     token_ = state_.subscribe([this] { refresh(); });
     midiToken_ = session_.midi.subscribe([this] { refresh(); });
@@ -81,7 +87,10 @@ void StringEditForm::connectControls() {
     connect(ui_->Value2Text, &QLineEdit::editingFinished, this, [this] {
         if (!refreshing_ && ui_->Value2Text->isModified()) SetValue2(state_, ParseValueText(fromQt(ui_->Value2Text->text())));
     });
-    connect(ui_->CCNameListCombo, &QComboBox::activated, this, [this](int index) { SetValue1(state_, index); });
+    connect(ui_->CCNameListCombo, &QComboBox::activated, this, [this](int line) {
+        const int cc = CCNumberAt(ui_->CCNameListCombo, line);
+        if (cc >= 0) SetValue1(state_, cc);
+    });
     new CCDigitTyping(ui_->CCNameListCombo, [this](int cc) { SetValue1(state_, cc); });
     connect(ui_->StringText, &QLineEdit::textEdited, this,
             [this](const QString& text) { SetStringText(state_, fromQt(text)); });
@@ -105,12 +114,20 @@ void StringEditForm::connectControls() {
     });
     connect(ui_->LearnSysexButton, &QPushButton::clicked, this, [this] {
         if (!learnPort_) return;
-        // While the pass runs only the button that ends it answers.
-        const auto commands = findChildren<QPushButton*>();
-        for (QPushButton* b : commands)
-            if (b != ui_->DoneLearningButton) b->setEnabled(false);
+        // While the pass runs only the button that ends it answers; the
+        // window's close box still ends the pass and the window.
+        std::vector<std::pair<QWidget*, bool>> commands;
+        for (QWidget* c : findChildren<QWidget*>()) {
+            const bool command = qobject_cast<QAbstractButton*>(c) || qobject_cast<QComboBox*>(c) ||
+                                 qobject_cast<QAbstractSlider*>(c) || qobject_cast<QLineEdit*>(c) ||
+                                 qobject_cast<QAbstractItemView*>(c);
+            if (!command || c == ui_->DoneLearningButton || c->parentWidget() == nullptr) continue;
+            if (qobject_cast<QComboBox*>(c->parentWidget())) continue;  // a combo's own parts
+            commands.emplace_back(c, c->isEnabled());
+            c->setEnabled(false);
+        }
         RunLearnPass(state_, session_, *learnPort_);
-        for (QPushButton* b : commands) b->setEnabled(true);
+        for (const auto& [c, enabled] : commands) c->setEnabled(enabled);
         refresh();
     });
     connect(ui_->DoneLearningButton, &QPushButton::clicked, this, [this] {
@@ -133,7 +150,10 @@ void StringEditForm::connectControls() {
         if (!field.empty()) WriteDefault(db, field, state_.Value2Slider);
     });
     labelDefaults_->add(ui_->Label2, [this, &db] { WriteDefault(db, "StringChannel", state_.ChannelCombo); });
-    labelDefaults_->add(ui_->CCLabel, [this, &db] { WriteDefault(db, "CCNum", ui_->CCNameListCombo->currentIndex()); });
+    labelDefaults_->add(ui_->CCLabel, [this, &db] {
+        const int cc = CCNumberAt(ui_->CCNameListCombo, ui_->CCNameListCombo->currentIndex());
+        if (cc >= 0) WriteDefault(db, "CCNum", cc);
+    });
 }
 
 void StringEditForm::setLearnSource(LearnMessages* port) {
@@ -175,7 +195,7 @@ void StringEditForm::refresh() {
     ui_->Value2Slider->setValue(state_.Value2Slider);
     if (!ui_->Value1Text->hasFocus() || !ui_->Value1Text->isModified()) ui_->Value1Text->setText(toQt(state_.Value1Text));
     if (!ui_->Value2Text->hasFocus() || !ui_->Value2Text->isModified()) ui_->Value2Text->setText(toQt(state_.Value2Text));
-    if (kind == 3) ui_->CCNameListCombo->setCurrentIndex(state_.Value1Slider);
+    if (kind == 3) ShowCCNumber(ui_->CCNameListCombo, state_.Value1Slider);
 
     for (QWidget* w : {static_cast<QWidget*>(ui_->MakeCombo), static_cast<QWidget*>(ui_->ModelCombo),
                        static_cast<QWidget*>(ui_->MakeLabel), static_cast<QWidget*>(ui_->ModelLabel),
@@ -187,7 +207,7 @@ void StringEditForm::refresh() {
     ui_->SysexPrefixButton->setText(toQt(state_.SysexPrefixButton));
     ui_->StringLabel->setVisible(show.StringText);
     ui_->StringLabel->setText(toQt(StringLabelFor(kind)));
-    ui_->StringText->setReadOnly(!show.StringText);
+    ui_->StringText->setVisible(show.StringText);
     if (ui_->StringText->text() != toQt(state_.StringText) && state_.StringText != "__CANCEL__") {
         const int caret = ui_->StringText->cursorPosition();
         ui_->StringText->setText(toQt(state_.StringText));
@@ -196,8 +216,7 @@ void StringEditForm::refresh() {
     for (int i = 0; i < 5; ++i) {
         auto* special = findChild<QPushButton*>(QString("SpecialButton_%1").arg(i));
         special->setVisible(show.SpecialButtons && SpecialButtonShown(state_.Door, i));
-        // The original PC1600 knows only the fader value among the special bytes.
-        special->setEnabled(!session_.midi.PC1600Model || i == kSpecialFaderValueButton);
+        special->setEnabled(!state_.Learning && SpecialButtonEnabled(state_.Door, i, session_.midi.PC1600Model));
     }
     ui_->RenderLabel->setText(toQt(state_.RenderLabel));
     ui_->StringList->clear();
@@ -221,16 +240,14 @@ bool StringEditForm::eventFilter(QObject* watched, QEvent* event) {
         if (event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride) {
             auto* key = static_cast<QKeyEvent*>(event);
             if (key->matches(QKeySequence::Paste)) return true;  // typed bytes only
+            // Return belongs to the typed bytes, never to a button of the window.
+            if (event->type() == QEvent::KeyPress && (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter))
+                return true;
         }
     }
-    if ((watched == ui_->Value1Slider || watched == ui_->Value2Slider) && event->type() == QEvent::KeyPress) {
-        auto* slider = static_cast<QSlider*>(watched);
-        ParameterText::SliderKey key;
-        if (SliderTextPair::KeyOf(static_cast<QKeyEvent*>(event), key)) {
-            slider->setValue(ParameterText::StepSlider(slider->value(), key, slider->minimum(), slider->maximum()));
-            return true;
-        }
-    }
+    if ((watched == ui_->Value1Slider || watched == ui_->Value2Slider) && event->type() == QEvent::KeyPress &&
+        SliderTextPair::StepByKey(static_cast<QSlider*>(watched), static_cast<QKeyEvent*>(event)))
+        return true;
     return QDialog::eventFilter(watched, event);
 }
 

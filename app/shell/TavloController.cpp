@@ -82,7 +82,7 @@ PC1600XForm* TavloController::editorForm() const { return editorForm_; }
 void TavloController::newPreset() {
     // Edits in the editor are offered for storing first; Cancel keeps them.
     if (!InitPresetButton(session_)) return;
-    session_.editor.Caption = "New Preset";
+    session_.editor.Caption = "Editing Preset from Pool - No Memory Image";
     editorForm_->showWindow();
     editorForm_->setFocus();
 }

@@ -1,7 +1,6 @@
 #include "ui/CCNameList.h"
 
 #include <QComboBox>
-#include <cstdio>
 
 #include "db/Database.h"
 #include "ui/QtText.h"
@@ -10,15 +9,22 @@ namespace tavlo {
 
 void FillCCNameList(QComboBox* combo, Database& db) {
     try {
-        Statement query = db.prepare("SELECT CCNum, CCName FROM CCTable ORDER BY CCNum");
+        Statement query = db.prepare("SELECT CCNum, CCName FROM CCTable WHERE CCNum <= 120 ORDER BY CCNum");
         while (query.step()) {
-            char head[16];
-            std::snprintf(head, sizeof head, "%03d", static_cast<int>(query.getInt("CCNum")));
-            combo->addItem(toQt(std::string(head) + "  " + query.getText("CCName")));
+            const int number = static_cast<int>(query.getInt("CCNum"));
+            combo->addItem(toQt(std::to_string(number) + " - " + query.getText("CCName")), number);
         }
     } catch (const DatabaseError&) {
     }
-    for (int n = combo->count(); n < 128; ++n) combo->addItem(QString("%1").arg(n, 3, 10, QChar('0')));
 }
+
+int CCNumberAt(const QComboBox* combo, int line) {
+    if (line < 0 || line >= combo->count()) return -1;
+    bool ok = false;
+    const int number = combo->itemData(line).toInt(&ok);
+    return ok ? number : -1;
+}
+
+void ShowCCNumber(QComboBox* combo, int ccNumber) { combo->setCurrentIndex(combo->findData(ccNumber)); }
 
 }  // namespace tavlo

@@ -6,9 +6,13 @@ namespace tavlo {
 
 class Database;
 
-// Fills a controller list with the pool's names, "000  Bank Select" and on,
-// and numbers alone for whatever the pool does not name, so the list always
-// holds 128 lines and a line's index is its controller number.
+// Fills a controller list with the pool's names of controllers 0 to 120,
+// "7 - Volume" and on. Each line's item data is its controller number, so a
+// line's place in the list never stands for a number.
 void FillCCNameList(QComboBox* combo, Database& db);
+// The controller number of a line; -1 for none.
+int CCNumberAt(const QComboBox* combo, int line);
+// Shows the line of a controller, or no line when the list lacks it.
+void ShowCCNumber(QComboBox* combo, int ccNumber);
 
 }  // namespace tavlo

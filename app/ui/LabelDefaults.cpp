@@ -22,7 +22,9 @@ void LabelDefaults::add(QLabel* label, std::function<void()> setDefault) {
 }
 
 bool LabelDefaults::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::MouseButtonRelease) {
+    // Only a double click sets a default: a stray click on a label must not
+    // overwrite what the user stored as defaults.
+    if (event->type() == QEvent::MouseButtonDblClick) {
         auto* label = qobject_cast<QLabel*>(watched);
         const auto it = label ? actions_.find(label) : actions_.end();
         if (it != actions_.end() && label->isEnabled()) {

@@ -8,7 +8,7 @@ class QLabel;
 
 namespace tavlo {
 
-// Labels whose click makes the value of their field the default. The click
+// Labels whose double click makes the value of their field the default. It
 // is acknowledged by a flash of the label's text: LabelClickTimer puts the
 // colours back when it fires.
 class LabelDefaults : public QObject {

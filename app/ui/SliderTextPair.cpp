@@ -54,7 +54,9 @@ void SliderTextPair::commitText() {
     }
 }
 
-bool SliderTextPair::KeyOf(const QKeyEvent* event, ParameterText::SliderKey& key) {
+namespace {
+
+bool keyOf(const QKeyEvent* event, ParameterText::SliderKey& key) {
     using ParameterText::SliderKey;
     switch (event->key()) {
         case Qt::Key_Home: key = SliderKey::Home; return true;
@@ -71,14 +73,22 @@ bool SliderTextPair::KeyOf(const QKeyEvent* event, ParameterText::SliderKey& key
     }
 }
 
+}  // namespace
+
+bool SliderTextPair::StepByKey(QSlider* slider, const QKeyEvent* event) {
+    ParameterText::SliderKey key;
+    if (!keyOf(event, key)) return false;
+    // A vertical slider draws its minimum at the top when its appearance is
+    // inverted; on any other slider Up means a higher value.
+    const bool minimumOnTop = slider->orientation() == Qt::Vertical && slider->invertedAppearance();
+    slider->setValue(
+        ParameterText::StepSlider(slider->value(), key, slider->minimum(), slider->maximum(), minimumOnTop));
+    return true;
+}
+
 bool SliderTextPair::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == slider_ && event->type() == QEvent::KeyPress) {
-        ParameterText::SliderKey key;
-        if (KeyOf(static_cast<QKeyEvent*>(event), key)) {
-            slider_->setValue(ParameterText::StepSlider(slider_->value(), key, slider_->minimum(), slider_->maximum()));
-            return true;
-        }
-    }
+    if (watched == slider_ && event->type() == QEvent::KeyPress && StepByKey(slider_, static_cast<QKeyEvent*>(event)))
+        return true;
     if (watched == text_ && event->type() == QEvent::FocusIn) {
         // Select all once the click that gave the focus has placed its caret.
         QTimer::singleShot(0, text_, [t = text_] { t->selectAll(); });

@@ -34,8 +34,10 @@ public:
     // The text's lost-focus logic, also run to commit a pending edit.
     void commitText();
 
-    // The key of a key event as the pairs know it; false for other keys.
-    static bool KeyOf(const QKeyEvent* event, ParameterText::SliderKey& key);
+    // The keys of every slider of the program, pair or not: moves `slider`
+    // by the key and returns true, or false for a key that isn't a slider's.
+    // Up and Page Up move the handle up, however the slider is drawn.
+    static bool StepByKey(QSlider* slider, const QKeyEvent* event);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -123,7 +123,7 @@ bool PasteControl(const EditorContext& session, bool fromDrag) {
         const int target = editor.CurrentFader;
         FaderDef& fader = preset.Faders[target];
         if (fader.Function > 0 && !fromDrag) {
-            const std::string question = "About to overwrite the configuration of " + faderNumber(target) + " (" +
+            const std::string question = "About to overwrite the configuration of Fader #" + std::to_string(target + 1) + " (" +
                                          fader.Name + ") with the copied information (from Fader '" +
                                          std::to_string(clip.SourceIndex + 1) + "').  Are you sure?";
             if (session.prompter.message("About to Paste", question, MessageButtons::YesNo) != MessageAnswer::Yes)

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "editor/EditorDefaults.h"
+#include "editor/ParameterRanges.h"
 #include "editor/EditorSelection.h"
 #include "editor/ParameterText.h"
 #include "base/MSBModule.h"
@@ -120,8 +121,8 @@ void ChooseFaderFunction(EditorState& editor, Database& db, int function) {
             if (auto mode = ReadDefaultNumber(db, "ReplaceMode"); mode && *mode >= 0 && *mode <= 2)
                 fader.ReplaceMode = static_cast<std::int16_t>(*mode);
             if (auto channel = ReadDefaultNumber(db, "FaderChannel"))
-                fader.Channel = static_cast<std::int16_t>(std::clamp(*channel, 0, 16));
-            if (auto cc = ReadDefaultNumber(db, "CCNum")) fader.CCNum = static_cast<std::int16_t>(std::clamp(*cc, 0, 127));
+                fader.Channel = ClampedTo(kChannelRange, *channel);
+            if (auto cc = ReadDefaultNumber(db, "CCNum")) fader.CCNum = ClampedTo(kCCNumRange, *cc);
         } else if (function == 3) {
             if (auto format = ReadDefaultNumber(db, "ParamFormat"); format && *format >= 0 && *format <= 12)
                 fader.ParamFormat = static_cast<std::int16_t>(*format);
@@ -160,14 +161,14 @@ bool ChooseButtonFunction(EditorState& editor, Database& db, Prompter& prompter,
     }
     if (function != button.Function && (function == 3 || function == 4)) {
         if (auto channel = ReadDefaultNumber(db, "ButtonChannel"))
-            button.Channel = static_cast<std::int16_t>(std::clamp(*channel, 0, 16));
+            button.Channel = ClampedTo(kChannelRange, *channel);
         if (function == 3) {
             if (auto program = ReadDefaultNumber(db, "ProgChange"))
-                button.ProgChange = static_cast<std::int16_t>(std::clamp(*program, 0, 127));
+                button.ProgChange = ClampedTo(kProgChangeRange, *program);
         } else {
-            if (auto note = ReadDefaultNumber(db, "Note")) button.Note = static_cast<std::int16_t>(std::clamp(*note, 0, 129));
+            if (auto note = ReadDefaultNumber(db, "Note")) button.Note = ClampedTo(kNoteRange, *note);
             if (auto velocity = ReadDefaultNumber(db, "Velocity"))
-                button.Velocity = static_cast<std::int16_t>(std::clamp(*velocity, 0, 129));
+                button.Velocity = ClampedTo(kVelocityRange, *velocity);
         }
     }
     button.Function = static_cast<std::int16_t>(function);
@@ -179,33 +180,33 @@ bool ChooseButtonFunction(EditorState& editor, Database& db, Prompter& prompter,
 void SetFaderName(EditorState& editor, const std::string& text) {
     if (editor.ShowingParams) return;
     FaderDef& fader = currentFader(editor);
-    fader.Name = MSBModule::FilterNameCharacters(text);
+    fader.Name = MSBModule::FilterNameCharacters(text).substr(0, kControlNameLength);
     editor.FaderLabel[editor.CurrentFader] = FaderCaption(fader);
     editor.notifyChanged();
 }
 
 void SetFaderChannel(EditorState& editor, int channel) {
     if (editor.ShowingParams) return;
-    currentFader(editor).Channel = static_cast<std::int16_t>(std::clamp(channel, 0, 16));
+    currentFader(editor).Channel = ClampedTo(kChannelRange, channel);
     editor.notifyChanged();
 }
 
 void SetFaderCCNum(EditorState& editor, int ccNum) {
     if (editor.ShowingParams) return;
-    currentFader(editor).CCNum = static_cast<std::int16_t>(std::clamp(ccNum, 0, 127));
+    currentFader(editor).CCNum = ClampedTo(kCCNumRange, ccNum);
     editor.notifyChanged();
 }
 
 void SetReplaceMode(EditorState& editor, int mode) {
     if (editor.ShowingParams) return;
-    currentFader(editor).ReplaceMode = static_cast<std::int16_t>(std::clamp(mode, 0, 2));
+    currentFader(editor).ReplaceMode = ClampedTo(kReplaceModeRange, mode);
     editor.notifyChanged();
 }
 
 void SetParamFormat(EditorState& editor, int paramFormat) {
     if (editor.ShowingParams || editor.FormatLock) return;
     FaderDef& fader = currentFader(editor);
-    fader.ParamFormat = static_cast<std::int16_t>(std::clamp(paramFormat, 0, 12));
+    fader.ParamFormat = ClampedTo(kParamFormatRange, paramFormat);
     if (fader.Function == 3) narrowRange(editor, ParamFormatRange(fader.ParamFormat));
     editor.notifyChanged();
 }
@@ -256,32 +257,32 @@ void SetFaderValueText(EditorState& editor, std::string_view text) {
 void SetButtonName(EditorState& editor, const std::string& text) {
     if (editor.ShowingParams) return;
     ButtonDef& button = currentButton(editor);
-    button.Name = MSBModule::FilterNameCharacters(text);
+    button.Name = MSBModule::FilterNameCharacters(text).substr(0, kControlNameLength);
     editor.PCButton[editor.CurrentButton] = ButtonCaption(button);
     editor.notifyChanged();
 }
 
 void SetButtonChannel(EditorState& editor, int channel) {
     if (editor.ShowingParams) return;
-    currentButton(editor).Channel = static_cast<std::int16_t>(std::clamp(channel, 0, 16));
+    currentButton(editor).Channel = ClampedTo(kChannelRange, channel);
     editor.notifyChanged();
 }
 
 void SetButtonNote(EditorState& editor, int note) {
     if (editor.ShowingParams) return;
-    currentButton(editor).Note = static_cast<std::int16_t>(std::clamp(note, 0, 129));
+    currentButton(editor).Note = ClampedTo(kNoteRange, note);
     editor.notifyChanged();
 }
 
 void SetButtonVelocity(EditorState& editor, int velocity) {
     if (editor.ShowingParams) return;
-    currentButton(editor).Velocity = static_cast<std::int16_t>(std::clamp(velocity, 0, 129));
+    currentButton(editor).Velocity = ClampedTo(kVelocityRange, velocity);
     editor.notifyChanged();
 }
 
 void SetButtonProgChange(EditorState& editor, int progChange) {
     if (editor.ShowingParams) return;
-    currentButton(editor).ProgChange = static_cast<std::int16_t>(std::clamp(progChange, 0, 127));
+    currentButton(editor).ProgChange = ClampedTo(kProgChangeRange, progChange);
     editor.notifyChanged();
 }
 
@@ -297,7 +298,7 @@ void SwapButtonStrings(EditorState& editor) {
 void InitFader(EditorState& editor, int index) {
     FaderDef& fader = editor.preset.Faders.at(index);
     fader = FaderDef{};
-    fader.Channel = 0;  // channel 1, not the whole preset's global channel
+    fader.Channel = 1;  // deliberately 1 here, where a whole new preset has 16
     editor.preset.FaderStrings.at(index).clear();
     editor.FaderLabel.at(index).clear();
     if (index == editor.CurrentFader && editor.ShownFrame == EditorFrame::Fader) ShowFaderParams(editor, index);

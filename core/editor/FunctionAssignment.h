@@ -1,4 +1,5 @@
 #pragma once
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -58,6 +59,9 @@ void ChooseFaderFunction(EditorState& editor, Database& db, int function);
 bool ChooseButtonFunction(EditorState& editor, Database& db, Prompter& prompter, bool pc1600Model, int function);
 
 // The fields of the selected fader, as their controls write them.
+// The name boxes of faders and buttons take at most this many characters
+// (the dump could carry a few more; the boxes never let them in).
+inline constexpr std::size_t kControlNameLength = 12;
 void SetFaderName(EditorState& editor, const std::string& text);
 void SetFaderChannel(EditorState& editor, int channel);
 void SetFaderCCNum(EditorState& editor, int ccNum);

@@ -120,22 +120,23 @@ int ParseSetupChannelText(std::string_view text) {
     return static_cast<int>(std::clamp<long>(LeadingNumber(text), 1, 16)) - 1;
 }
 
-int StepSlider(int value, SliderKey key, int minimum, int maximum) {
+int StepSlider(int value, SliderKey key, int minimum, int maximum, bool minimumOnTop) {
     const int low = std::min(minimum, maximum);
     const int high = std::max(minimum, maximum);
     const int tenth = std::max(1, (high - low) / 10);
+    const int up = minimumOnTop ? -1 : 1;  // the value's direction of a handle moving up
     int next = value;
     switch (key) {
         case SliderKey::Home: next = low; break;
         case SliderKey::End: next = high; break;
         case SliderKey::Left:
-        case SliderKey::Down:
         case SliderKey::Minus: next = value - 1; break;
         case SliderKey::Right:
-        case SliderKey::Up:
         case SliderKey::Plus: next = value + 1; break;
-        case SliderKey::PageUp: next = value + tenth; break;
-        case SliderKey::PageDown: next = value - tenth; break;
+        case SliderKey::Up: next = value + up; break;
+        case SliderKey::Down: next = value - up; break;
+        case SliderKey::PageUp: next = value + up * tenth; break;
+        case SliderKey::PageDown: next = value - up * tenth; break;
     }
     return std::clamp(next, low, high);
 }

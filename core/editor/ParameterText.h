@@ -54,7 +54,8 @@ int ParseSetupChannelText(std::string_view text);
 enum class SliderKey { Home, End, Left, Right, Up, Down, PageUp, PageDown, Plus, Minus };
 // The slider's new value: End the maximum, Home the minimum, arrows one
 // step, Page keys a tenth of the range, "+" and "-" one step; always within
-// the range.
-int StepSlider(int value, SliderKey key, int minimum, int maximum);
+// the range. Up and Page Up move the handle up on the screen: on a slider
+// drawn with its minimum at the top (`minimumOnTop`) that is a lower value.
+int StepSlider(int value, SliderKey key, int minimum, int maximum, bool minimumOnTop = false);
 
 }  // namespace tavlo::ParameterText

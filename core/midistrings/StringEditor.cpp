@@ -194,6 +194,12 @@ bool SpecialButtonShown(StringDoor door, int button) {
     return button >= 0 && button <= 4;
 }
 
+bool SpecialButtonEnabled(StringDoor door, int button, bool pc1600Model) {
+    if (!pc1600Model) return true;
+    const bool buttonString = door == StringDoor::Button1 || door == StringDoor::Button2;
+    return button == 2 || (button == 3 && buttonString);
+}
+
 std::string ValueText(int kind, int value, bool first) {
     static const char* kSpecial[] = {"pr", "cs", "dv", "gc", "rv"};
     if (value >= 128 && value <= 132) return kSpecial[value - 128];
@@ -600,6 +606,7 @@ bool UpdateStringButton(StringEditState& state, const StringsContext& session) {
 
 void CancelStringEdit(StringEditState& state) {
     state.StringText = kCancelMark;
+    state.Learning = false;  // a learn pass ends with the window
     state.Visible = false;
     state.notifyChanged();
 }

@@ -37,6 +37,10 @@ ValueLabel Value2LabelFor(int kind);
 std::string StringLabelFor(int kind);
 // Which of the five special buttons (dv, rv, pr, cs, gc) a string may use.
 bool SpecialButtonShown(StringDoor door, int button);
+// Which of them the target model takes: the original PC1600 knows only the
+// fader value, and the checksum of a button string, which is worked out
+// before anything reaches the device.
+bool SpecialButtonEnabled(StringDoor door, int button, bool pc1600Model);
 
 // The text a value slider shows: "64 = 40h", for notes "C4  (60 = 3Ch)",
 // and "pr", "cs", "dv", "gc", "rv" from 128 on.

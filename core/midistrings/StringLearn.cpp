@@ -104,6 +104,12 @@ void RunLearnPass(StringEditState& state, const StringsContext& session, LearnMe
         // No time-out: the pass runs until the user ends it.
     }
     port.finish();
+    // A window closed during the pass takes nothing of what arrived.
+    if (StringEditCancelled(state)) {
+        state.Learning = false;
+        state.notifyChanged();
+        return;
+    }
     FinishLearnPass(state, session, pass);
 }
 

@@ -143,7 +143,7 @@ EnteredStringCheck CheckEnteredString(std::string_view input, StringContext cont
             append = true;  // a status on the global channel is taken unexamined
         } else if (token.size() == 3) {
             const double value = NumericPrefixValue(token);
-            if (value > 255) error = true;
+            if (value < 0 || value > 255) error = true;  // "-01" is no byte
             accumulator += " " + token;
             rendered += " " + renderNumber(value);
         } else if (token.size() != 2) {

@@ -253,7 +253,7 @@ TEST_F(FunctionAssignmentTest, InitFaderUsesChannelOne) {
     ChooseFaderFunction(editor(), db(), 1);
     InitFader(editor(), 7);
     EXPECT_EQ(fader(7).Function, 0);
-    EXPECT_EQ(fader(7).Channel, 0);
+    EXPECT_EQ(fader(7).Channel, 1);
     EXPECT_EQ(editor().FaderLabel[7], "");
 }
 
