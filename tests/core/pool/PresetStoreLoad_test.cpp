@@ -339,18 +339,6 @@ TEST_F(Store, LoadOnThePC1600ModelDropsWhatItCannotDo) {
     EXPECT_GE(s.editor.BSceneCombo.findText("Scene 1  - from Scenes"), 0);
 }
 
-TEST_F(Store, InitializationTakesTheDefaultsTable) {
-    db().exec("INSERT INTO DefaultsTable (Field, Value) VALUES ('SetupChannel03', '005:001:010:100'), "
-              "('SetupChannelXX', 'junk'), ('SetupChannel04', 'junk'), ('DataWheelLink', '17')");
-    s.editor.preset.Name = "left over";
-    InitializePreset(s);
-    const WorkingPreset& p = s.editor.preset;
-    EXPECT_EQ(p.Name, "");
-    EXPECT_EQ(p.SetupChannels[2], (SetupChannelDef{5, 1, 10, 100}));
-    EXPECT_EQ(p.SetupChannels[3], SetupChannelDef{});
-    EXPECT_EQ(p.DataWheelLink, 17);
-}
-
 TEST_F(Store, InitPresetButtonOffersToStoreEdits) {
     storeNew("Edited");
     s.editor.preset.Faders[2].Function = 1;

@@ -285,10 +285,4 @@ TEST(Form2PresetSysex, SetupRecord) {
     }
 }
 
-TEST(WireByte, HexDigitsAsTheyCome) {
-    const std::pair<int, int> cases[] = {{0, 0}, {15, 15}, {16, 16}, {255, 255}, {256, 0x10},
-                                         {300, 0x12}, {4095, 0xFF}, {4096, 0x10}, {-1, 0xFF}, {-2, 0xFF}};
-    for (const auto& [value, byte] : cases) EXPECT_EQ(WireByte(value), byte) << value;
-}
-
 }  // namespace
