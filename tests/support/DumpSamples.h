@@ -1,10 +1,26 @@
 #pragma once
 #include <string>
 
-#include "sysex/AllPresetsDump.h"
 #include "base/MSBModule.h"
+#include "sysex/AllPresetsDump.h"
+#include "sysex/DeviceMessages.h"
+#include "ui/ListState.h"
 
 namespace tavlo::testing {
+
+// Bytes written as numbers, for dumps and records.
+inline std::string Bytes(std::initializer_list<int> values) {
+    std::string out;
+    for (int v : values) out += static_cast<char>(v);
+    return out;
+}
+
+// A memory image's SceneList with every slot free: "NN:  --Empty--   [p:--]", data -1.
+inline ListState FreeSceneList() {
+    ListState scenes;
+    for (int s = 0; s < kSceneSlots; ++s) scenes.addItem(TwoDigits(s) + ":  --Empty--   [p:--]", -1);
+    return scenes;
+}
 
 // A preset entry with a name and a body of `size` raw bytes whose nibbles
 // follow from the seed, so that entries differ and a misplaced byte shows.

@@ -7,7 +7,6 @@
 #include <fstream>
 
 #include "TempDir.h"
-#include "db/ControllerNames.h"
 #include "db/Database.h"
 #include "preset/WorkingPreset.h"
 
@@ -18,7 +17,7 @@ namespace {
 
 std::string fileBytes(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(in), {});
+    return {std::istreambuf_iterator<char>(in), {}};
 }
 
 class NewPool : public ::testing::Test {
@@ -36,134 +35,68 @@ protected:
     PoolOpenResult result;
 };
 
-TEST_F(NewPool, IsCreatedWithSchemaVersionAndWal) {
+TEST_F(NewPool, IsCreatedInWalAndReopensSoundWithoutCreatingAgain) {
     EXPECT_TRUE(result.created);
     EXPECT_EQ(db().userVersion(), kPoolSchemaVersion);
-    Statement mode = db().prepare("PRAGMA journal_mode");
-    ASSERT_TRUE(mode.step());
-    EXPECT_EQ(mode.getText(0), "wal");
-    for (std::string_view table : PoolTableNames()) {
-        Statement s = db().prepare("SELECT count(*) FROM sqlite_master WHERE name = :Name");
-        s.bind(":Name", table);
-        ASSERT_TRUE(s.step());
-        EXPECT_EQ(s.getInt(0), 1) << table;
+    {
+        Statement mode = db().prepare("PRAGMA journal_mode");
+        ASSERT_TRUE(mode.step());
+        EXPECT_EQ(mode.getText(0), "wal");
     }
+    pool.close();
+    EXPECT_TRUE(CheckPool(path).sound);  // every table and column
+    PoolDatabase again;
+    const auto reopened = again.open(path);
+    ASSERT_TRUE(reopened.ok());
+    EXPECT_FALSE(reopened.created);
+    EXPECT_EQ(again.db().queryInt("SELECT count(*) FROM PresetRec"), 1);
 }
 
-TEST_F(NewPool, InitializedPresetHasDefaultControls) {
-    const auto id = pool.InitializedPresetID();
-    ASSERT_GT(id, 0);
-    Statement preset = db().prepare("SELECT * FROM PresetRec WHERE ID = :ID");
-    preset.bind(":ID", id);
-    ASSERT_TRUE(preset.step());
-    EXPECT_EQ(preset.getText("SETUPSCENE"), "<none>");  // columns by name, any case
-    EXPECT_EQ(preset.getInt("SetupScenePreset"), -1);
-    EXPECT_EQ(preset.getInt("DataWheelLink"), 0);
-    EXPECT_EQ(preset.getBlob("SetupChannelMap"), std::string(64, '\0'));
-
-    Statement faders = db().prepare("SELECT * FROM FaderRec WHERE PresetREF = :ID ORDER BY \"Index\"");
-    faders.bind(":ID", id);
-    int count = 0;
-    while (faders.step()) {
-        EXPECT_EQ(faders.getInt("Index"), count);
-        EXPECT_EQ(faders.getText("Name"), "");
-        EXPECT_EQ(faders.getInt("Function"), 0);
-        EXPECT_EQ(faders.getInt("Min"), 0);
-        EXPECT_EQ(faders.getInt("Max"), 127);
-        EXPECT_EQ(faders.getInt("Channel"), 16);
-        EXPECT_EQ(faders.getInt("Polarity"), -1);
-        EXPECT_EQ(faders.getText("MidiString"), "");
-        EXPECT_EQ(faders.getText("MasterOf"), std::string(18, ' '));
-        ++count;
-    }
-    EXPECT_EQ(count, kFaderCount);
-
-    Statement buttons = db().prepare("SELECT * FROM ButtonRec WHERE PresetREF = :ID ORDER BY \"Index\"");
-    buttons.bind(":ID", id);
-    count = 0;
-    while (buttons.step()) {
-        EXPECT_EQ(buttons.getInt("Function"), 0);
-        EXPECT_EQ(buttons.getInt("Channel"), 16);
-        EXPECT_EQ(buttons.getInt("Velocity"), 127);
-        EXPECT_EQ(buttons.getInt("Note"), 60);
-        EXPECT_EQ(buttons.getText("Scene"), "<none>");
-        ++count;
-    }
-    EXPECT_EQ(count, kButtonCount);
-}
-
-TEST_F(NewPool, InitializedImageFillsEverySlotWithTheInitializedPreset) {
-    Statement slots = db().prepare(
-        "SELECT m.\"Index\" AS Slot, m.PresetREF FROM MemoryImage2PresetMapRec m JOIN MemoryImageRec i "
-        "ON i.ID = m.MemoryImageREF WHERE i.ImageName = '--Initialized--' ORDER BY m.\"Index\"");
-    int slot = 0;
-    while (slots.step()) {
-        EXPECT_EQ(slots.getInt("Slot"), slot++);
-        EXPECT_EQ(slots.getInt("PresetREF"), pool.InitializedPresetID());
-    }
-    EXPECT_EQ(slot, 50);
-}
-
-TEST_F(NewPool, SeedsControllerNamesAndSystemDevice) {
-    Statement names = db().prepare("SELECT * FROM CCTable ORDER BY CCNum");
-    int cc = 0;
-    while (names.step()) {
-        EXPECT_EQ(names.getInt("CCNum"), cc);
-        EXPECT_EQ(names.getText("CCName"), ControllerName(cc));
-        EXPECT_FALSE(names.getText("CCName").empty());
-        ++cc;
-    }
-    EXPECT_EQ(cc, 128);
-    EXPECT_EQ(ControllerName(7), "Channel Volume");
-    EXPECT_EQ(ControllerName(3), "Undefined");
-    EXPECT_EQ(ControllerName(123), "All Notes Off");
-    EXPECT_EQ(db().queryInt("SELECT count(*) FROM MakeTable WHERE Make = 'UNASSOCIATED'"), 1);
+// The seed rows: the initialized preset with default controls in every slot
+// of the initialized image, the controller names and the system device.
+TEST_F(NewPool, SeedsTheInitializedPresetImageAndNames) {
+    const std::string id = std::to_string(pool.InitializedPresetID());
+    EXPECT_EQ(db().queryInt("SELECT count(*) FROM PresetRec WHERE ID = " + id +
+                            " AND SetupScene = '<none>' AND SetupScenePreset = -1 AND DataWheelLink = 0 AND "
+                            "SetupChannelMap = zeroblob(64)"),
+              1);
+    EXPECT_EQ(db().queryInt("SELECT count(DISTINCT \"Index\") FROM FaderRec WHERE PresetREF = " + id +
+                            " AND Name = '' AND Function = 0 AND Min = 0 AND Max = 127 AND Channel = 16 AND "
+                            "Polarity = -1 AND MidiString = '' AND MasterOf = '" + std::string(18, ' ') + "'"),
+              kFaderCount);
+    EXPECT_EQ(db().queryInt("SELECT count(DISTINCT \"Index\") FROM ButtonRec WHERE PresetREF = " + id +
+                            " AND Function = 0 AND Channel = 16 AND Velocity = 127 AND Note = 60 AND Scene = '<none>'"),
+              kButtonCount);
+    EXPECT_EQ(db().queryInt("SELECT count(DISTINCT m.\"Index\") FROM MemoryImage2PresetMapRec m JOIN MemoryImageRec i "
+                            "ON i.ID = m.MemoryImageREF WHERE i.ImageName = '--Initialized--' AND m.PresetREF = " +
+                            id + " AND m.\"Index\" BETWEEN 0 AND 49"),
+              50);
+    EXPECT_EQ(db().queryInt("SELECT count(DISTINCT CCNum) FROM CCTable WHERE CCNum BETWEEN 0 AND 127 AND CCName <> ''"),
+              128);
+    EXPECT_EQ(db().queryInt("SELECT count(*) FROM CCTable WHERE CCNum = 7 AND CCName = 'Channel Volume'"), 1);
     EXPECT_EQ(db().queryInt("SELECT count(*) FROM ModelTable WHERE Make = 'UNASSOCIATED' AND Model = 'DEVICE'"), 1);
     EXPECT_EQ(db().queryInt("SELECT count(*) FROM InitializedSysexTable"), 1);
-    EXPECT_EQ(db().queryInt("SELECT count(*) FROM GlobalRec"), 0);
-    EXPECT_EQ(db().queryInt("SELECT count(*) FROM MIDIConfigTable"), 0);
 }
 
 TEST_F(NewPool, NamesCompareWithoutCaseAndStayUnique) {
-    Statement insert = db().prepare(
-        "INSERT INTO PresetRec (Name, CreatedDate, UpdatedDate, SetupChannelMap) VALUES (:Name, 'd', 'd', X'')");
-    insert.bind(":Name", "--INITIALIZED--");
-    EXPECT_THROW(insert.run(), DatabaseError);
+    EXPECT_THROW(db().exec("INSERT INTO PresetRec (Name, CreatedDate, UpdatedDate, SetupChannelMap) "
+                           "VALUES ('--INITIALIZED--', 'd', 'd', X'')"),
+                 DatabaseError);
 }
 
-TEST_F(NewPool, TextKeepsWindows1252CharactersAndBlobsKeepBytes) {
-    const std::string name = std::string("Caf") + static_cast<char>(0xE9) + static_cast<char>(151) + "x";
-    std::string bytes;
-    for (int b = 0; b < 64; ++b) bytes += static_cast<char>(b * 4);
-    Statement insert = db().prepare(
-        "INSERT INTO PresetRec (Name, CreatedDate, UpdatedDate, SetupChannelMap) VALUES (:Name, 'd', 'd', :Map)");
-    insert.bind(":Name", name).bind(":Map", Blob{bytes});
-    insert.run();
-    Statement read = db().prepare("SELECT * FROM PresetRec WHERE ID = :ID");
-    read.bind(":ID", db().lastInsertId());
-    ASSERT_TRUE(read.step());
-    EXPECT_EQ(read.getText("Name"), name);
-    EXPECT_EQ(read.getBlob("SetupChannelMap"), bytes);
-}
-
-TEST_F(NewPool, TransactionRollsBackUnlessCommitted) {
+TEST_F(NewPool, AnInnerCommitIsUndoneWithTheOuterTransaction) {
     const auto before = db().queryInt("SELECT count(*) FROM DefaultsTable");
     {
         Transaction outer(db());
         db().exec("INSERT INTO DefaultsTable (Field, Value) VALUES ('Note', '60')");
-        {
-            Transaction inner(db());
-            db().exec("INSERT INTO DefaultsTable (Field, Value) VALUES ('Velocity', '100')");
-            inner.commit();
-        }
-        // no commit of the outer one
+        Transaction inner(db());
+        db().exec("INSERT INTO DefaultsTable (Field, Value) VALUES ('Velocity', '100')");
+        inner.commit();
     }
     EXPECT_EQ(db().queryInt("SELECT count(*) FROM DefaultsTable"), before);
-    {
-        Transaction outer(db());
-        db().exec("INSERT INTO DefaultsTable (Field, Value) VALUES ('Note', '60')");
-        outer.commit();
-    }
+    Transaction outer(db());
+    db().exec("INSERT INTO DefaultsTable (Field, Value) VALUES ('Note', '60')");
+    outer.commit();
     EXPECT_EQ(db().queryInt("SELECT count(*) FROM DefaultsTable"), before + 1);
 }
 
@@ -183,16 +116,6 @@ TEST(PoolWrites, ABusyPoolRefusesTheWholeWriteAtItsStart) {
     writer.exec("INSERT INTO T VALUES (1)");
     transaction.commit();
     EXPECT_EQ(holder.queryInt("SELECT count(*) FROM T"), 1);
-}
-
-TEST_F(NewPool, IsSoundAndReopensWithoutCreatingAgain) {
-    pool.close();
-    EXPECT_TRUE(CheckPool(path).sound);
-    PoolDatabase again;
-    const auto reopened = again.open(path);
-    ASSERT_TRUE(reopened.ok());
-    EXPECT_FALSE(reopened.created);
-    EXPECT_EQ(again.db().queryInt("SELECT count(*) FROM PresetRec"), 1);
 }
 
 // ---- Pools that must be refused, untouched ----

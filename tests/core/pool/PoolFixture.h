@@ -4,22 +4,26 @@
 #include <string>
 
 #include "TestProgram.h"
-#include "editor/InitPreset.h"
 #include "db/Database.h"
+#include "db/PoolDatabase.h"
+#include "editor/EditorState.h"
+#include "editor/InitPreset.h"
+#include "memimage/MemImageState.h"
+#include "midilink/MidiConfig.h"
 #include "pool/MemImageOrPoolChoiceForm.h"
+#include "pool/PoolFlags.h"
+#include "pool/PoolFormState.h"
 #include "pool/PresetLoad.h"
 #include "pool/PresetStore.h"
 #include "shell/Program.h"
 #include "ui/Prompter.h"
-#include "db/PoolDatabase.h"
-#include "editor/EditorState.h"
 
 namespace tavlo::testing {
 
 // A session on a fresh pool, with helpers to put presets into it the way
 // the editor does.
 class PoolFixture : public ::testing::Test {
-protected:
+public:  // open to the table rows of the tests
     TestProgram t;
     Program& s = *t;
     ScriptedPrompter& prompter = t.prompter;
@@ -36,6 +40,7 @@ protected:
         q.bind(":ID", id);
         return q.step() ? q.getText(0) : std::string("<no row>");
     }
+    void run(const std::string& sql, std::int64_t id) { db().prepare(sql).bind(":ID", id).run(); }
     std::int64_t intOf(const std::string& sql, std::int64_t id) {
         Statement q = db().prepare(sql);
         q.bind(":ID", id);
@@ -62,10 +67,7 @@ protected:
     // Answers the next name-clash dialogue by pressing `button` with `newName` typed.
     void answerClash(ClashButton button, const std::string& newName = {}) {
         prompter.expectChoice("MemImageOrPoolChoiceForm", [button, newName](const ChoiceRequest&) {
-            ChoiceAnswer answer;
-            answer.button = static_cast<int>(button);
-            answer.fields = {newName};
-            return answer;
+            return ChoiceAnswer{.button = static_cast<int>(button), .checks = {}, .listIndex = -1, .fields = {newName}};
         });
     }
     // Makes button `button` of stored preset `owner` send scene `scene` of `target`.

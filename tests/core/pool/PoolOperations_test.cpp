@@ -2,14 +2,8 @@
 // duplicate, rename and edit.
 #include "PoolFixture.h"
 #include "base/MSBModule.h"
-#include "pool/EditorStoreQuestions.h"
-#include "memimage/MemImageState.h"
 #include "pool/PoolList.h"
 #include "pool/PoolOperations.h"
-#include "db/PoolDatabase.h"
-#include "editor/EditorState.h"
-#include "pool/PoolFormState.h"
-#include "pool/PoolFlags.h"
 
 namespace tavlo::testing {
 namespace {
@@ -44,11 +38,8 @@ TEST_F(Pool, BothOrders) {
     associate(b, "Roland", "JV-1080");
     associate(a, "Roland", "JV-1080");
     associate(a, "Korg", "M1");
-
-    s.poolForm.OrderOption = PoolOrder::ByName;
-    ReloadPoolList(s);
+    selectName("Alpha");
     EXPECT_EQ(lines(), (std::vector<std::string>{"--Initialized--", "Alpha", "bravo", "Ch'arlie"}));
-
     s.poolForm.OrderOption = PoolOrder::ByDevice;
     ReloadPoolList(s);
     const std::string pad(10, ' ');
@@ -58,55 +49,38 @@ TEST_F(Pool, BothOrders) {
     EXPECT_TRUE(IsPoolHeaderLine(s, 0));
     EXPECT_FALSE(IsPoolHeaderLine(s, 1));
     EXPECT_EQ(s.poolForm.PoolList.itemData(4), a);
-}
-
-TEST_F(Pool, ReloadKeepsTheSelectedPreset) {
-    storeNew("One");
-    const std::int64_t two = storeNew("Two");
-    selectName("Two");
-    storeNew("Aardvark");  // a store reloads the list
+    // A reload keeps the selected preset.
+    storeNew("Aardvark");
     const ListState& list = s.poolForm.PoolList;
     ASSERT_GE(list.listIndex(), 0);
-    EXPECT_EQ(list.itemData(list.listIndex()), two);
+    EXPECT_EQ(list.itemData(list.listIndex()), a);
 }
 
 TEST_F(Pool, DetailsOfTheSelectedPreset) {
     const std::int64_t id = storeNew("Detailed", 3);
-    db().prepare("UPDATE PresetRec SET Notes = :Notes, CreatedDate = '2019-07-04 10:00:00', "
-                 "UpdatedDate = '2020-12-31 23:59:00' WHERE ID = :ID")
-        .bind(":Notes", "It\x98s fine")
-        .bind(":ID", id)
-        .run();
-    db().prepare("UPDATE FaderRec SET Function = 1, Name = 'Vol' WHERE PresetREF = :ID AND \"Index\" = 0")
-        .bind(":ID", id)
-        .run();
-    db().prepare("UPDATE SceneRec SET Name = 'Zulu' WHERE PresetREF = :ID AND Name = 'Scene 1'").bind(":ID", id).run();
+    run("UPDATE PresetRec SET Notes = 'It' || char(732) || 's fine', CreatedDate = '2019-07-04 10:00:00', "
+        "UpdatedDate = '2020-12-31 23:59:00' WHERE ID = :ID", id);
+    run("UPDATE FaderRec SET Function = 1, Name = 'Vol' WHERE PresetREF = :ID AND \"Index\" = 0", id);
+    run("UPDATE SceneRec SET Name = 'Zulu' WHERE PresetREF = :ID AND Name = 'Scene 1'", id);
     associate(id, "Korg", "M1");
     db().exec("INSERT INTO MemoryImageRec (ImageName, CreatedDate, EditedDate) VALUES ('Gig', '', '')");
-    db().prepare("INSERT INTO MemoryImage2PresetMapRec (MemoryImageREF, PresetREF, \"Index\") "
-                 "VALUES ((SELECT ID FROM MemoryImageRec WHERE ImageName = 'Gig'), :ID, 4)")
-        .bind(":ID", id)
-        .run();
+    run("INSERT INTO MemoryImage2PresetMapRec (MemoryImageREF, PresetREF, \"Index\") "
+        "VALUES ((SELECT ID FROM MemoryImageRec WHERE ImageName = 'Gig'), :ID, 4)", id);
     selectName("Detailed");
     const PoolFormState& f = s.poolForm;
     EXPECT_EQ(f.NotesText, "It's fine");
-    EXPECT_EQ(f.CreatedDateText, "07/04/2019");
-    EXPECT_EQ(f.UpdatedDateText, "12/31/2020");
+    EXPECT_EQ(f.CreatedDateText + " " + f.UpdatedDateText, "07/04/2019 12/31/2020");
     EXPECT_EQ(f.MemLabel, "Memory Used: 8");
     ASSERT_EQ(f.SceneList.listCount(), 3);
-    EXPECT_EQ(f.SceneList.list(0), "Scene 2");
-    EXPECT_EQ(f.SceneList.list(2), "Zulu");
-    ASSERT_EQ(f.AssociatedDeviceList.listCount(), 1);
-    EXPECT_EQ(f.AssociatedDeviceList.list(0), "Korg:M1");
-    ASSERT_EQ(f.MIsUsingList.listCount(), 1);
-    EXPECT_EQ(f.MIsUsingList.list(0), "Gig");
-
+    EXPECT_EQ(f.SceneList.list(0) + "," + f.SceneList.list(2), "Scene 2,Zulu");  // by name
+    ASSERT_EQ(f.AssociatedDeviceList.listCount() + f.MIsUsingList.listCount(), 2);
+    EXPECT_EQ(f.AssociatedDeviceList.list(0) + "," + f.MIsUsingList.list(0), "Korg:M1,Gig");
     selectName("--Initialized--");
     EXPECT_EQ(s.poolForm.MemLabel, "Fixed System Preset");
     EXPECT_EQ(s.poolForm.MIsUsingList.listCount(), 50);
 }
 
-TEST_F(Pool, DeleteCascades) {
+TEST_F(Pool, DeleteAsksThenCascades) {
     const std::int64_t victim = storeNew("Victim", 2);
     const std::int64_t user = storeNew("User");
     sendScene(user, 5, "Scene 1", victim);
@@ -114,36 +88,30 @@ TEST_F(Pool, DeleteCascades) {
         .bind(":V", victim)
         .bind(":U", user)
         .run();
-    db().prepare("INSERT INTO MessageStringRec (MapType, MapREF, \"Index\") SELECT 'F', ID, 0 FROM FaderRec "
-                 "WHERE PresetREF = :ID")
-        .bind(":ID", victim)
-        .run();
-    db().prepare("INSERT INTO MessageStringRec (MapType, MapREF, \"Index\") VALUES ('P', :ID, 0)").bind(":ID", victim).run();
+    run("INSERT INTO MessageStringRec (MapType, MapREF, \"Index\") SELECT 'F', ID, 0 FROM FaderRec "
+        "WHERE PresetREF = :ID UNION ALL SELECT 'P', :ID, 0",
+        victim);
     associate(victim, "Korg", "M1");
-    db().prepare("UPDATE MemoryImage2PresetMapRec SET PresetREF = :ID WHERE \"Index\" = 3").bind(":ID", victim).run();
-    for (int slot = 0; slot < 50; ++slot)
-        s.memImage.PresetList.addItem(TwoDigits(slot) + ":  x", slot == 9 ? victim : 1);
+    run("UPDATE MemoryImage2PresetMapRec SET PresetREF = :ID WHERE \"Index\" = 3", victim);
+    for (int slot = 0; slot < 50; ++slot) s.memImage.PresetList.addItem(TwoDigits(slot) + ":  x", slot == 9 ? victim : 1);
 
     selectName("Victim");
     prompter.expectMessage("About to Delete Preset",
                            "This will delete the Preset 'Victim' and all attached Scenes and MIDI Messages.  All "
                            "Memory Images which reference this Preset will now point to the '--Initialized--' "
                            "Preset.  Are you sure?",
-                           MessageAnswer::No);
+                           MessageAnswer::No)
+        .expectMessage("About to Delete Preset", MessageAnswer::Yes);
     DeleteButton(s);
-    EXPECT_EQ(intOf("SELECT COUNT(*) FROM PresetRec WHERE ID = :ID", victim), 1);
-
-    prompter.expectMessage("About to Delete Preset", MessageAnswer::Yes);
+    EXPECT_EQ(idOf("Victim"), victim);
     DeleteButton(s);
     for (const char* table : {"FaderRec", "ButtonRec", "SceneRec", "MakeModelAssocRec"})
         EXPECT_EQ(intOf(std::string("SELECT COUNT(*) FROM ") + table + " WHERE PresetREF = :ID", victim), 0) << table;
-    EXPECT_EQ(intOf("SELECT COUNT(*) FROM PresetRec WHERE ID = :ID", victim), 0);
+    EXPECT_EQ(idOf("Victim"), -1);
     EXPECT_EQ(count("SELECT COUNT(*) FROM MessageStringRec"), 0);
-    EXPECT_EQ(intOf("SELECT Function FROM ButtonRec WHERE PresetREF = :ID AND \"Index\" = 5", user), 0);
-    EXPECT_EQ(intOf("SELECT ScenePreset FROM ButtonRec WHERE PresetREF = :ID AND \"Index\" = 5", user), -1);
+    EXPECT_EQ(textOf("SELECT Function || '|' || ScenePreset FROM ButtonRec WHERE PresetREF = :ID AND \"Index\" = 5", user), "0|-1");
     EXPECT_EQ(textOf("SELECT SetupScene FROM PresetRec WHERE ID = :ID", user), "<none>");
-    EXPECT_EQ(intOf("SELECT PresetREF FROM MemoryImage2PresetMapRec WHERE \"Index\" = :ID", 3),
-              s.pool.InitializedPresetID());
+    EXPECT_EQ(intOf("SELECT PresetREF FROM MemoryImage2PresetMapRec WHERE \"Index\" = :ID", 3), s.pool.InitializedPresetID());
     EXPECT_EQ(s.memImage.PresetList.list(9), "09:  --Initialized--");
     EXPECT_EQ(s.poolForm.PoolList.findText("Victim"), -1);
 }
@@ -165,33 +133,29 @@ TEST_F(Pool, RenameKeepsReferences) {
     sendScene(user, 0, "Scene 1", target);
     storeNew("Other");
     selectName("Target");
-
-    struct Case {
+    const struct {
         std::optional<std::string> typed;
-        const char* refusal;  // title of the refusal, or nullptr
+        const char* refusal;  // the refusal's text, or nullptr
         std::string nameAfter;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {std::nullopt, nullptr, "Target"},
         {std::string("   "), nullptr, "Target"},
-        {std::string("Seventeen chars!!"), "Cannot Rename Preset", "Target"},
-        {std::string("other"), "Cannot Rename", "Target"},
+        {std::string("Seventeen chars!!"), "A Preset's Name can only be a maximum of 16 characters long", "Target"},
+        {std::string("other"), "That name 'other' is already in use in the database.", "Target"},
         {std::string("TARGET"), nullptr, "TARGET"},
         {std::string("Jo's | \"Mark\""), nullptr, "Jo\x98s \x96 Mark"},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.typed.value_or("<cancel>"));
+        const std::size_t asked = prompter.seen().size();
         const std::string shown = s.poolForm.PoolList.list(s.poolForm.PoolList.listIndex());
         prompter.expectInput("Rename Preset", c.typed);
-        if (c.refusal) prompter.expectMessage(c.refusal, MessageAnswer::OK);
+        if (c.refusal) prompter.expectMessage(c.refusal[0] == 'A' ? "Cannot Rename Preset" : "Cannot Rename", c.refusal, MessageAnswer::OK);
         RenameButton(s);
         EXPECT_TRUE(prompter.done());
-        EXPECT_EQ(prompter.seen()[prompter.seen().size() - (c.refusal ? 2 : 1)].text,
-                  "Enter the new name for the Preset '" + shown + "' (leave blank to cancel).");
+        EXPECT_EQ(prompter.seen().at(asked).text, "Enter the new name for the Preset '" + shown + "' (leave blank to cancel).");
         EXPECT_EQ(textOf("SELECT Name FROM PresetRec WHERE ID = :ID", target), c.nameAfter);
     }
-    EXPECT_EQ(prompter.seen()[3].text, "A Preset's Name can only be a maximum of 16 characters long");
-    EXPECT_EQ(prompter.seen()[5].text, "That name 'other' is already in use in the database.");
     EXPECT_EQ(intOf("SELECT ScenePreset FROM ButtonRec WHERE PresetREF = :ID AND \"Index\" = 0", user), target);
     EXPECT_EQ(s.poolForm.PoolList.itemData(s.poolForm.PoolList.listIndex()), target);
 }
@@ -205,7 +169,6 @@ TEST_F(Pool, DuplicateCopiesEveryCompanionRow) {
     StoreInPoolButton(s);
     const std::int64_t source = s.editor.preset.ID;
     selectName("Source");
-
     prompter.expectInput("Duplicate Preset", std::string("Source Copy Long!"))
         .expectMessage("Cannot Duplicate Preset", "A Preset's Name can only be a maximum of 16 characters long",
                        MessageAnswer::OK)
@@ -218,13 +181,12 @@ TEST_F(Pool, DuplicateCopiesEveryCompanionRow) {
     EXPECT_EQ(prompter.seen()[0].text, "Enter the Name of the new Preset copy.");
     const std::int64_t copy = idOf("Source 2");
     ASSERT_GT(copy, 0);
-    for (const char* table : {"FaderRec", "ButtonRec", "SceneRec", "MakeModelAssocRec"})
-        EXPECT_EQ(intOf(std::string("SELECT COUNT(*) FROM ") + table + " WHERE PresetREF = :ID", copy),
-                  intOf(std::string("SELECT COUNT(*) FROM ") + table + " WHERE PresetREF = :ID", source))
-            << table;
-    EXPECT_EQ(count("SELECT COUNT(*) FROM MessageStringRec WHERE MapType = 'F'"), 4);
-    EXPECT_EQ(count("SELECT COUNT(*) FROM MessageStringRec WHERE MapType = 'B'"), 2);
-    EXPECT_EQ(count("SELECT COUNT(*) FROM MessageStringRec WHERE MapType = 'P'"), 6);
+    for (const char* table : {"FaderRec", "ButtonRec", "SceneRec", "MakeModelAssocRec"}) {
+        const std::string rows = std::string("SELECT COUNT(*) FROM ") + table + " WHERE PresetREF = :ID";
+        EXPECT_EQ(intOf(rows, copy), intOf(rows, source)) << table;
+    }
+    for (const auto& [type, rows] : {std::pair{"F", 4}, std::pair{"B", 2}, std::pair{"P", 6}})
+        EXPECT_EQ(count(std::string("SELECT COUNT(*) FROM MessageStringRec WHERE MapType = '") + type + "'"), rows);
     EXPECT_EQ(s.editor.preset.ID, copy);
 }
 
@@ -245,7 +207,6 @@ TEST_F(Pool, EditLoadsUnboundUnlessBusy) {
     EXPECT_EQ(s.editor.preset.ID, id);
     EXPECT_EQ(s.editor.Caption, "Edit Preset from Pool");
     EXPECT_TRUE(s.editor.Visible);
-
     InitializePreset(s);
     selectName("--Initialized--");
     EditButton(s);

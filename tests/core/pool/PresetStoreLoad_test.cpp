@@ -1,38 +1,22 @@
 // Store and load of the editor's preset: every field there and back, and the
 // refusals and questions of a store outside a download.
 #include "PoolFixture.h"
-#include "base/MSBModule.h"
-#include "pool/EditorStoreQuestions.h"
 #include "preset/PristinePreset.h"
-#include "base/MSBModule.h"
-#include "editor/EditorState.h"
-#include "midilink/MidiConfig.h"
-#include "memimage/MemImageState.h"
-#include "pool/PoolFormState.h"
-#include "pool/PoolFlags.h"
+#include "pool/EditorStoreQuestions.h"
 
 namespace tavlo::testing {
 namespace {
 
 using Store = PoolFixture;
 
-MessageSubstring substring(int n) {
-    MessageSubstring s;
-    s.CommandType = static_cast<std::int16_t>(n % 7);
-    s.CommandChannel = static_cast<std::int16_t>(n % 17);
-    s.Value1 = static_cast<std::int16_t>(n * 3);
-    s.Value2 = static_cast<std::int16_t>(-n);
-    s.SysexMake = "Make" + std::to_string(n);
-    s.SysexModel = "Model" + std::to_string(n);
-    s.EnteredString = "F0 " + std::to_string(10 + n) + " F7";
-    s.ListItem = "Item " + std::to_string(n);
-    s.OwnCheck = static_cast<std::int16_t>(n % 2);
-    return s;
-}
+std::int16_t i16(int v) { return static_cast<std::int16_t>(v); }
 
 void fill(MessageStringSet& set, int count, int seed) {
-    for (int i = 0; i < count; ++i) set.Slots[i] = substring(seed + i);
-    set.Count = static_cast<std::int16_t>(count);
+    for (int i = 0, n = seed; i < count; ++i, ++n)
+        set.Slots[i] = {i16(n % 7), i16(n % 17), i16(n * 3), i16(-n), "Make" + std::to_string(n),
+                        "Model" + std::to_string(n), "F0 " + std::to_string(10 + n) + " F7",
+                        "Item " + std::to_string(n), i16(n % 2)};
+    set.Count = i16(count);
 }
 
 // Every field of a preset set to something other than its default.
@@ -41,47 +25,27 @@ void fillEverything(EditorState& editor) {
     p.Name = "Round Trip";
     p.Notes = "Notes with 'quotes' and \"double\" | bars";
     for (int i = 0; i < kFaderCount; ++i) {
-        FaderDef& f = p.Faders[i];
-        f.Name = "F'" + std::to_string(i) + "\"|";
-        f.Value = static_cast<std::int16_t>(i + 3);
-        f.Function = static_cast<std::int16_t>(i % 4);
-        f.Min = static_cast<std::int16_t>(-i);
-        f.Max = static_cast<std::int16_t>(100 + i);
-        f.Channel = static_cast<std::int16_t>(i % 17);
-        f.CCNum = static_cast<std::int16_t>(i * 7);
-        f.Polarity = static_cast<std::int16_t>(i % 2 ? -1 : 0);
-        f.ReplaceMode = static_cast<std::int16_t>(i % 3);
-        f.MIDIString = "B0 07 pr";
-        f.ParamFormat = static_cast<std::int16_t>(i % 13);
-        f.MasterOf = std::string(kFaderCount, ' ');
-        f.MasterOf[i] = 'X';
-        f.DeviceMapString = "Dev:" + std::to_string(i);
+        std::string master(kFaderCount, ' ');
+        master[i] = 'X';
+        p.Faders[i] = {"F'" + std::to_string(i) + "\"|", i16(i + 3), i16(i % 4), i16(-i), i16(100 + i), i16(i % 17),
+                       i16(i * 7), i16(i % 2 ? -1 : 0), i16(i % 3), "B0 07 pr", i16(i % 13), master,
+                       "Dev:" + std::to_string(i)};
         fill(p.FaderStrings[i], i % 4, i);
     }
     for (int i = 0; i < kButtonCount; ++i) {
-        ButtonDef& b = p.Buttons[i];
-        b.Name = "B" + std::to_string(i);
-        b.Function = static_cast<std::int16_t>(i % 9);
-        b.Channel = static_cast<std::int16_t>(i);
-        b.ProgChange = static_cast<std::int16_t>(i + 1);
-        b.Velocity = static_cast<std::int16_t>(100 - i);
-        b.Note = static_cast<std::int16_t>(40 + i);
-        b.String1 = "90 3C 7F";
-        b.String2 = "80 3C 00";
-        b.DeviceMapString = "Dev:B" + std::to_string(i);
+        p.Buttons[i] = {"B" + std::to_string(i), i16(i % 9), i16(i), i16(i + 1), i16(100 - i), i16(40 + i),
+                        "90 3C 7F", "80 3C 00", kNoScene, -1, "Dev:B" + std::to_string(i)};
         fill(p.ButtonStrings1[i], i % 3, 50 + i);
         fill(p.ButtonStrings2[i], (i + 1) % 3, 80 + i);
     }
     p.DataWheelLink = 19;
-    for (int c = 0; c < kSetupChannelCount; ++c)
-        p.SetupChannels[c] = {static_cast<std::int16_t>(c), static_cast<std::int16_t>(c % 2),
-                              static_cast<std::int16_t>(129 - c), static_cast<std::int16_t>(c * 8)};
+    for (int c = 0; c < kSetupChannelCount; ++c) p.SetupChannels[c] = {i16(c), i16(c % 2), i16(129 - c), i16(c * 8)};
     p.SetupString = "C0 05";
     fill(p.SetupStrings, 5, 200);
     p.SceneCount = 3;
     for (int sc = 0; sc < 3; ++sc) {
         p.Scenes[sc].Name = "Sc'" + std::to_string(sc);
-        for (int v = 0; v < kFaderCount; ++v) p.Scenes[sc].Values[v] = static_cast<std::int16_t>(sc * 40 + v * 2);
+        for (int v = 0; v < kFaderCount; ++v) p.Scenes[sc].Values[v] = i16(sc * 40 + v * 2);
     }
     editor.AssociatedList.clear();
     editor.AssociatedList.addItem("Roland: JV-1080");
@@ -91,114 +55,105 @@ void fillEverything(EditorState& editor) {
 TEST_F(Store, EveryFieldSurvivesStoreAndLoad) {
     newPreset("x");
     fillEverything(s.editor);
-    const WorkingPreset before = s.editor.preset;
+    WorkingPreset expected = s.editor.preset;
     StoreInPoolButton(s);
     EXPECT_TRUE(prompter.seen().empty()) << "a new name asks nothing";
     const std::int64_t id = s.editor.preset.ID;
     ASSERT_GT(id, 0);
+    // Quotes and bars are stored in their own forms and shown back as typed.
+    EXPECT_EQ(textOf("SELECT Notes FROM PresetRec WHERE ID = :ID", id),
+              "Notes with \x98quotes\x98 and \x97" "double\x97 \x96 bars");
 
     InitializePreset(s);
     ASSERT_TRUE(LoadPC1600xFormFromPool(s, id));
-    WorkingPreset expected = before;
     expected.ID = static_cast<std::int32_t>(id);
     EXPECT_EQ(expected, s.editor.preset);
-
     // What the window shows of it.
     EXPECT_EQ(s.editor.FaderLabel[1], "F'1\"|  (cc)");
-    EXPECT_EQ(s.editor.FaderLabel[0], "F'0\"|");
     EXPECT_EQ(s.editor.PCButton[1], "B1 (mute)");
-    EXPECT_EQ(s.editor.PCButton[3], "B3");
     EXPECT_EQ(s.editor.AssociatedList.list(0), "Korg: M1");
-    EXPECT_EQ(s.editor.AssociatedList.list(1), "Roland: JV-1080");
     ASSERT_EQ(s.editor.SelectSceneCombo.listCount(), 3);
     EXPECT_EQ(s.editor.SelectSceneCombo.list(2), "Sc'2");
-    EXPECT_EQ(s.editor.SelectPresetSceneCombo.list(0), "<none>");
     EXPECT_EQ(s.editor.SelectPresetSceneCombo.listCount(), 4);
-    EXPECT_EQ(s.editor.CurrentFader, 0);
     EXPECT_FALSE(INITDataChanged(s.editor)) << "right after a load nothing counts as an edit";
 }
 
-TEST_F(Store, NamesAreStoredThroughTheNameEncoding) {
+// A store over a preset of the same name asks first: closing the editor
+// adds Cancel, which keeps the editor open; No keeps the pool's version. The
+// name with an apostrophe is found again in its stored form.
+TEST_F(Store, AStoreOverAnExistingNameAsksFirst) {
     struct Case {
-        std::string typed;
-        std::string stored;
-        std::string loaded;
+        bool closing;
+        MessageAnswer answer;
+        const char* question;
+        bool cancelClose, kept;
     };
     const Case cases[] = {
-        {"It's \"Q\"|x", "It\x98s \x97Q\x97\x96x", "It's \"Q\"|x"},
-        {"'); DROP", "\x98); DROP", "'); DROP"},
-        {"Caf\xE9 Bar", "Caf  Bar", "Caf  Bar"},
+        {false, MessageAnswer::No, "Overwrite existing Preset 'Joe's Mix' in the Pool?", false, true},
+        {false, MessageAnswer::Yes, "Overwrite existing Preset 'Joe's Mix' in the Pool?", false, false},
+        {true, MessageAnswer::Yes, "Store Preset 'Joe's Mix' in the Pool?", false, false},
+        {true, MessageAnswer::No, "Store Preset 'Joe's Mix' in the Pool?", false, true},
+        {true, MessageAnswer::Cancel, "Store Preset 'Joe's Mix' in the Pool?", true, false},
     };
+    const std::int64_t id = storeNew("Joe's Mix", 2);
+    db().prepare("UPDATE PresetRec SET CreatedDate = '2001-02-03 04:05:06' WHERE ID = :ID").bind(":ID", id).run();
+    int n = 0;
     for (const Case& c : cases) {
-        SCOPED_TRACE(c.typed);
-        newPreset("Names");
-        s.editor.preset.Faders[0].Name = c.typed;
-        s.editor.preset.Buttons[0].Name = c.typed;
-        s.editor.preset.Notes = c.typed;
-        s.editor.preset.Name = "N" + std::to_string(&c - cases);
+        SCOPED_TRACE(n);
+        newPreset("Joe's Mix", 5);
+        const std::string mark = "edit " + std::to_string(n++);
+        s.editor.preset.Faders[3].Name = mark;
+        s.editor.ClosingEditor = c.closing;
+        s.editor.CancelClose = false;
+        prompter.expectMessage("About to Store", c.question, c.answer);
         StoreInPoolButton(s);
-        const std::int64_t id = s.editor.preset.ID;
-        EXPECT_EQ(textOf("SELECT Name FROM FaderRec WHERE PresetREF = :ID AND \"Index\" = 0", id), c.stored);
-        EXPECT_EQ(textOf("SELECT Notes FROM PresetRec WHERE ID = :ID", id), c.stored);
-        ASSERT_TRUE(LoadPC1600xFormFromPool(s, id));
-        EXPECT_EQ(s.editor.preset.Faders[0].Name, c.loaded);
-        EXPECT_EQ(s.editor.preset.Buttons[0].Name, c.loaded);
-        EXPECT_EQ(s.editor.preset.Notes, c.loaded);
+        EXPECT_EQ(s.editor.CancelClose, c.cancelClose);
+        EXPECT_EQ(s.editor.PresetKeptInPool, c.kept);
+        EXPECT_EQ(s.editor.preset.Faders[3].Name, mark) << "outside a download the editor keeps its preset";
+        if (c.kept || c.cancelClose) continue;
+        // Overwritten: the ID and the created date stay, the companion rows are new.
+        EXPECT_EQ(s.editor.preset.ID, id);
+        EXPECT_EQ(textOf("SELECT Name FROM FaderRec WHERE PresetREF = :ID AND \"Index\" = 3", id), mark);
+        EXPECT_EQ(intOf("SELECT COUNT(*) FROM SceneRec WHERE PresetREF = :ID", id), 5);
+        EXPECT_EQ(textOf("SELECT CreatedDate FROM PresetRec WHERE ID = :ID", id), "2001-02-03 04:05:06");
+        EXPECT_NE(textOf("SELECT UpdatedDate FROM PresetRec WHERE ID = :ID", id), "2001-02-03 04:05:06");
     }
-    EXPECT_EQ(count("SELECT COUNT(*) FROM PresetRec"), 4);
-}
-
-TEST_F(Store, PresetNameWithApostropheIsFoundAgainOnOverwrite) {
-    const std::int64_t id = storeNew("Joe's \"Mix\"");
-    // The double quote is no name character and goes; the apostrophe stays.
-    EXPECT_EQ(s.editor.preset.Name, "Joe's Mix");
-    EXPECT_EQ(idOf("Joe\x98s Mix"), id);
-    prompter.expectMessage("About to Store", "Overwrite existing Preset 'Joe's Mix' in the Pool?",
-                           MessageAnswer::Yes);
-    newPreset("Joe's \"Mix\"");
-    StoreInPoolButton(s);
-    EXPECT_EQ(s.editor.preset.ID, id);
-    EXPECT_TRUE(prompter.done());
-    EXPECT_EQ(count("SELECT COUNT(*) FROM PresetRec"), 2);
+    EXPECT_EQ(count("SELECT COUNT(*) FROM FaderRec"), 2 * kFaderCount);
 }
 
 TEST_F(Store, InitializedPresetIsRefusedAndSkippedInADownload) {
-    const std::int64_t before = count("SELECT COUNT(*) FROM FaderRec");
     prompter.expectMessage(
         "Cannot Update --Initialized-- Preset",
         "You cannot change the --Initialized-- Preset in the Pool.  It is kept for System functionality.",
         MessageAnswer::OK);
     newPreset("--Initialized--");
+    s.editor.preset.Faders[0].Name = "changed";
     StoreInPoolButton(s);
     s.poolFlags.DownloadInProgress = true;
     StoreInPoolButton(s);
     EXPECT_EQ(prompter.seen().size(), 1u);
-    EXPECT_EQ(count("SELECT COUNT(*) FROM FaderRec"), before);
+    EXPECT_EQ(count("SELECT COUNT(*) FROM FaderRec WHERE Name = 'changed'"), 0);
 }
 
 TEST_F(Store, SendSceneButtonWithoutSceneIsRefused) {
-    struct Case {
+    const struct {
         std::string scene;
-        std::int32_t scenePreset;
+        std::int32_t owner;
         bool refused;
-    };
-    const Case cases[] = {{"<none>", 5, true}, {"", 5, true}, {"A", 0, true}, {"A", -1, false}, {"A", 7, false}};
+    } cases[] = {{"<none>", 5, true}, {"", 5, true}, {"A", 0, true}, {"A", -1, false}, {"A", 7, false}};
     int n = 0;
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.scene + " " + std::to_string(c.scenePreset));
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.scene + " " + std::to_string(c.owner));
         newPreset("Send " + std::to_string(n++));
-        s.editor.preset.Buttons[4].Function = 9;
-        s.editor.preset.Buttons[4].Scene = c.scene;
-        s.editor.preset.Buttons[4].ScenePreset = c.scenePreset;
+        s.editor.preset.Buttons[4] = ButtonDef{"Go", 9, 16, 0, 127, 60, "", "", c.scene, c.owner, ""};
         if (c.refused)
             prompter.expectMessage("Cannot Store in Pool",
                                    "This Preset has Buttons set to SEND SCENE but no Scene was selected.  Either "
                                    "select a Scene to send for those buttons or change those Buttons to another "
                                    "function.",
                                    MessageAnswer::OK);
-        const std::int64_t before = count("SELECT COUNT(*) FROM PresetRec");
         StoreInPoolButton(s);
-        EXPECT_EQ(count("SELECT COUNT(*) FROM PresetRec"), before + (c.refused ? 0 : 1));
+        EXPECT_EQ(idOf(s.editor.preset.Name) > 0, !c.refused);
     }
     EXPECT_TRUE(prompter.done());
 }
@@ -208,10 +163,8 @@ TEST_F(Store, BlankNameOutsideADownload) {
     prompter.expectMessage("Cannot Store Preset", "You must name the Preset before storing it in the Pool.",
                            MessageAnswer::OK);
     StoreInPoolButton(s);
-    EXPECT_TRUE(s.editor.CancelClose);
-    EXPECT_TRUE(s.poolFlags.StoreAborted);
-    EXPECT_TRUE(s.editor.FocusPresetNameText);
-
+    EXPECT_TRUE(s.editor.CancelClose && s.poolFlags.StoreAborted && s.editor.FocusPresetNameText);
+    // Closing the editor: OK closes it unstored, Cancel keeps it open.
     for (MessageAnswer answer : {MessageAnswer::OK, MessageAnswer::Cancel}) {
         s.editor.CancelClose = false;
         s.editor.ClosingEditor = true;
@@ -236,81 +189,29 @@ TEST_F(Store, BlankNameInADownloadIsAskedUntilAcceptable) {
     StoreInPoolButton(s);
     const auto& seen = prompter.seen();
     ASSERT_EQ(seen.size(), 4u);
-    const std::string blank =
-        "The Preset being loaded has a BLANK Name, which violates the Preset Naming rules of the Tavlo Database.  "
-        "Please enter a new name for this Preset.";
-    EXPECT_EQ(seen[0].text, blank);
-    EXPECT_EQ(seen[1].text, blank);
+    EXPECT_EQ(seen[1].text,
+              "The Preset being loaded has a BLANK Name, which violates the Preset Naming rules of the Tavlo Database.  "
+              "Please enter a new name for this Preset.");
     EXPECT_EQ(seen[2].text, "The new name for this Preset cannot start with '--'.  Please enter a different new name.");
     EXPECT_EQ(seen[3].text, "The name 'taken' already exists in your Preset Pool.  Please enter another name.");
     EXPECT_GT(idOf("Fresh"), 0);
     EXPECT_EQ(s.editor.LastEnteredBlankName, "") << "kept only when duplicate names were accepted";
 }
 
+// With duplicate names accepted, the name given to the first blank one is
+// taken for the next: one row, and the editor holds the pool's version.
 TEST_F(Store, TwoBlankNamesWithDuplicatesAcceptedGiveOneRow) {
-    s.poolFlags.DownloadInProgress = true;
-    s.poolFlags.DuplicateNamesAccepted = true;
-    newPreset("");
-    s.editor.preset.Faders[0].Name = "first";
+    s.poolFlags.DownloadInProgress = s.poolFlags.DuplicateNamesAccepted = true;
     prompter.expectInput("Enter New Preset Name", std::string("Blank One"));
-    StoreInPoolButton(s);
-    EXPECT_TRUE(s.poolFlags.ChoiceForAll);
-    newPreset("");
-    s.editor.preset.Faders[0].Name = "second";
-    StoreInPoolButton(s);
+    for (const char* fader : {"first", "second"}) {
+        newPreset("");
+        s.editor.preset.Faders[0].Name = fader;
+        StoreInPoolButton(s);
+    }
     EXPECT_EQ(prompter.seen().size(), 1u);
     EXPECT_EQ(count("SELECT COUNT(*) FROM PresetRec WHERE Name = 'Blank One'"), 1);
-    EXPECT_TRUE(s.editor.PresetKeptInPool);
-    EXPECT_EQ(s.editor.preset.Faders[0].Name, "first") << "the editor holds the pool's version";
-}
-
-TEST_F(Store, OverwriteKeepsIdAndCreatedDateAndRenewsCompanionRows) {
-    const std::int64_t id = storeNew("Keep Me", 2);
-    db().prepare("UPDATE PresetRec SET CreatedDate = '2001-02-03 04:05:06' WHERE ID = :ID").bind(":ID", id).run();
-    const std::int64_t oldFader = intOf("SELECT MIN(ID) FROM FaderRec WHERE PresetREF = :ID", id);
-
-    newPreset("keep me", 5);
-    s.editor.preset.Faders[3].Name = "New";
-    prompter.expectMessage("About to Store", "Overwrite existing Preset 'keep me' in the Pool?", MessageAnswer::Yes);
-    StoreInPoolButton(s);
-    EXPECT_EQ(s.editor.preset.ID, id);
-    EXPECT_EQ(textOf("SELECT CreatedDate FROM PresetRec WHERE ID = :ID", id), "2001-02-03 04:05:06");
-    EXPECT_NE(textOf("SELECT UpdatedDate FROM PresetRec WHERE ID = :ID", id), "2001-02-03 04:05:06");
-    EXPECT_GT(intOf("SELECT MIN(ID) FROM FaderRec WHERE PresetREF = :ID", id), oldFader);
-    EXPECT_EQ(intOf("SELECT COUNT(*) FROM FaderRec WHERE PresetREF = :ID", id), 18);
-    EXPECT_EQ(intOf("SELECT COUNT(*) FROM ButtonRec WHERE PresetREF = :ID", id), 16);
-    EXPECT_EQ(intOf("SELECT COUNT(*) FROM SceneRec WHERE PresetREF = :ID", id), 5);
-    EXPECT_EQ(textOf("SELECT Name FROM FaderRec WHERE PresetREF = :ID AND \"Index\" = 3", id), "New");
-}
-
-TEST_F(Store, AnsweringNoKeepsThePoolVersion) {
-    const std::int64_t id = storeNew("Mine");
-    newPreset("Mine");
-    s.editor.preset.Faders[0].Name = "changed";
-    prompter.expectMessage("About to Store", MessageAnswer::No);
-    StoreInPoolButton(s);
-    EXPECT_TRUE(s.editor.PresetKeptInPool);
-    EXPECT_EQ(textOf("SELECT Name FROM FaderRec WHERE PresetREF = :ID AND \"Index\" = 0", id), "");
-    EXPECT_EQ(s.editor.preset.Faders[0].Name, "changed") << "outside a download the editor keeps its preset";
-}
-
-TEST_F(Store, ClosingTheEditorAsksStoreWithCancel) {
-    storeNew("Closing");
-    struct Case {
-        MessageAnswer answer;
-        bool cancelClose;
-        bool kept;
-    };
-    for (const Case& c : {Case{MessageAnswer::Yes, false, false}, Case{MessageAnswer::No, false, true},
-                          Case{MessageAnswer::Cancel, true, false}}) {
-        newPreset("Closing");
-        s.editor.ClosingEditor = true;
-        s.editor.CancelClose = false;
-        prompter.expectMessage("About to Store", "Store Preset 'Closing' in the Pool?", c.answer);
-        StoreInPoolButton(s);
-        EXPECT_EQ(s.editor.CancelClose, c.cancelClose);
-        EXPECT_EQ(s.editor.PresetKeptInPool, c.kept);
-    }
+    EXPECT_TRUE(s.poolFlags.ChoiceForAll && s.editor.PresetKeptInPool);
+    EXPECT_EQ(s.editor.preset.Faders[0].Name, "first");
 }
 
 TEST_F(Store, SetupSceneRules) {
@@ -401,64 +302,41 @@ TEST_F(Store, WhatFollowsAStore) {
 }
 
 TEST_F(Store, LoadOfAMissingRowWritesNothing) {
-    const std::int64_t presets = count("SELECT COUNT(*) FROM PresetRec");
     prompter.expectMessage("Database Error", "There has been a Database Error", MessageAnswer::OK);
     EXPECT_FALSE(LoadPC1600xFormFromPool(s, 4242));
     EXPECT_TRUE(s.poolFlags.FatalDatabaseError);
-    EXPECT_EQ(count("SELECT COUNT(*) FROM PresetRec"), presets);
+    EXPECT_EQ(count("SELECT COUNT(*) FROM PresetRec"), 1);
 }
 
+// The PC1600 has no send fader, send scene, setup scene or MSB banks: a load
+// drops them with a word to the user, and the pool keeps its version.
 TEST_F(Store, LoadOnThePC1600ModelDropsWhatItCannotDo) {
     const std::int64_t other = storeNew("Scenes", 1);
     newPreset("X Only");
-    s.editor.preset.Buttons[2].Function = 8;
-    s.editor.preset.Buttons[5].Function = 9;
-    s.editor.preset.Buttons[5].Scene = "Scene 1";
-    s.editor.preset.Buttons[5].ScenePreset = static_cast<std::int32_t>(other);
-    s.editor.preset.SetupChannels[0].BankIsMSB = 1;
+    WorkingPreset& p = s.editor.preset;
+    p.Buttons[2].Function = 8;
+    p.Buttons[5] = ButtonDef{"Go", 9, 16, 0, 127, 60, "", "", "Scene 1", static_cast<std::int32_t>(other), ""};
+    p.SetupChannels[0].BankIsMSB = 1;
     s.editor.SelectPresetSceneCombo.addItem("Scene 1  - from Scenes", other);
     s.editor.SelectPresetSceneCombo.setListIndex(1);
-    s.editor.preset.SetupScene = "Scene 1";
-    s.editor.preset.SetupScenePreset = static_cast<std::int32_t>(other);
+    p.SetupScene = "Scene 1";
+    p.SetupScenePreset = static_cast<std::int32_t>(other);
     StoreInPoolButton(s);
-    const std::int64_t id = s.editor.preset.ID;
+    const std::int64_t id = p.ID;
 
     s.midi.PC1600Model = true;
     prompter.expectMessage("Incompatibility to PC1600", MessageAnswer::OK)
         .expectMessage("PC1600 Incompatibility", MessageAnswer::OK);
     ASSERT_TRUE(LoadPC1600xFormFromPool(s, id));
     EXPECT_TRUE(prompter.done());
-    EXPECT_EQ(s.editor.preset.SetupScene, "<none>");
-    EXPECT_EQ(s.editor.preset.SetupScenePreset, -1);
-    EXPECT_EQ(s.editor.preset.Buttons[2].Function, 0);
-    EXPECT_EQ(s.editor.preset.Buttons[5].Function, 0);
-    EXPECT_EQ(s.editor.preset.SetupChannels[0].BankIsMSB, 0);
-    EXPECT_EQ(intOf("SELECT Function FROM ButtonRec WHERE PresetREF = :ID AND \"Index\" = 5", id), 9)
-        << "the pool keeps its version until the user stores";
+    EXPECT_EQ(p.SetupScene + "|" + std::to_string(p.SetupScenePreset), "<none>|-1");
+    EXPECT_EQ(p.Buttons[2].Function + p.Buttons[5].Function + p.SetupChannels[0].BankIsMSB, 0);
+    EXPECT_EQ(intOf("SELECT Function FROM ButtonRec WHERE PresetREF = :ID AND \"Index\" = 5", id), 9);
 
     s.midi.PC1600Model = false;
     ASSERT_TRUE(LoadPC1600xFormFromPool(s, id));
     EXPECT_EQ(s.editor.SelectPresetSceneCombo.text(), "Scene 1  - from Scenes");
     EXPECT_GE(s.editor.BSceneCombo.findText("Scene 1  - from Scenes"), 0);
-}
-
-TEST_F(Store, InitializationTakesTheDefaultsTable) {
-    db().exec("INSERT INTO DefaultsTable (Field, Value) VALUES ('SetupChannel03', '005:001:010:100'), "
-              "('SetupChannelXX', 'junk'), ('SetupChannel04', 'junk'), ('DataWheelLink', '17'), "
-              "('SetupString', 'C0 05: 1')");
-    db().exec("INSERT INTO MessageStringRec (MapType, MapREF, \"Index\", CommandType, EnteredString) "
-              "VALUES ('D', 0, 0, 4, 'C0 05')");
-    s.editor.preset.Name = "left over";
-    InitializePreset(s);
-    const WorkingPreset& p = s.editor.preset;
-    EXPECT_EQ(p.Name, "");
-    EXPECT_EQ(p.SetupChannels[2], (SetupChannelDef{5, 1, 10, 100}));
-    EXPECT_EQ(p.SetupChannels[3], SetupChannelDef{});
-    EXPECT_EQ(p.DataWheelLink, 17);
-    EXPECT_EQ(p.SetupString, "C0 05");
-    ASSERT_EQ(p.SetupStrings.Count, 1);
-    EXPECT_EQ(p.SetupStrings.Slots[0].EnteredString, "C0 05");
-    EXPECT_EQ(s.editor.BSceneCombo.text(), "<none>");
 }
 
 TEST_F(Store, InitPresetButtonOffersToStoreEdits) {
@@ -469,7 +347,6 @@ TEST_F(Store, InitPresetButtonOffersToStoreEdits) {
                            MessageAnswer::Cancel);
     EXPECT_FALSE(InitPresetButton(s));
     EXPECT_EQ(s.editor.preset.Name, "Edited");
-
     prompter.expectMessage("Store Preset in Pool?", MessageAnswer::Yes)
         .expectMessage("About to Store", MessageAnswer::Yes);
     EXPECT_TRUE(InitPresetButton(s));

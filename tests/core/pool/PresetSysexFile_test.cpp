@@ -1,87 +1,138 @@
-// Saving a pool preset as a one-preset sysex file.
+// A pool preset as a one-preset sysex file and back: written through the
+// editor, read back into the pool byte for byte, with the clash dialogue;
+// bad files change nothing.
 #include <fstream>
 #include <sstream>
 
 #include "PoolFixture.h"
+#include "editor/EditorDumps.h"
 #include "pool/PoolList.h"
 #include "pool/PresetSysexFile.h"
-#include "preset/PresetEncoder.h"
-#include "editor/EditorState.h"
-#include "midilink/MidiConfig.h"
-#include "memimage/MemImageState.h"
-#include "pool/PoolFormState.h"
-#include "editor/EditorDumps.h"
-#include "editor/EditorState.h"
-#include "editor/ImageSlots.h"
-#include "midilink/MidiConfig.h"
+#include "pool/PresetSysexImport.h"
 
 namespace tavlo::testing {
 namespace {
 
-class SaveSysex : public PoolFixture {
+class SysexFile : public PoolFixture {
 protected:
-    std::int64_t saved = 0;
-    std::string path;
-    void SetUp() override {
-        saved = storeNew("To File", 0);
-        path = t.dir.file("out.syx");
-        s.poolForm.OrderOption = PoolOrder::ByName;
-        ReloadPoolList(s);
-        SelectPoolLine(s, s.poolForm.PoolList.findItemData(saved));
-    }
-    std::string fileBytes() {
+    std::string bytesOf(const std::string& path) {
         std::ifstream file(path, std::ios::binary);
         std::stringstream bytes;
         bytes << file.rdbuf();
         return bytes.str();
     }
+    std::string writeFile(const std::string& name, const std::string& bytes) {
+        const std::string path = t.dir.file(name);
+        std::ofstream(path, std::ios::binary) << bytes;
+        return path;
+    }
+    // A preset with something in every kind of control, exported to a file.
+    std::string exported(const std::string& name) {
+        newPreset(name);
+        WorkingPreset& p = s.editor.preset;
+        p.Faders[0] = FaderDef{"Volume", 0, 1, 0, 127, 3, 7, -1, 1, "", 0, std::string(18, ' '), ""};
+        p.Faders[16] = FaderDef{"CV", 0, 3, 0, 300, 16, 0, -1, 0, "B0-gc 07 pr", 1, std::string(18, ' '), ""};
+        p.FaderStrings[16].Slots[0].EnteredString = "B0-gc 07 pr";
+        p.FaderStrings[16].Count = 1;
+        p.Buttons[2] = ButtonDef{"Prog", 3, 4, 12, 127, 60, "", "", kNoScene, -1, ""};
+        p.DataWheelLink = 2;
+        p.SetupChannels[5] = {3, 0, 8, 100};
+        StoreInPoolButton(s);
+        const std::string path = t.dir.file(name + ".syx");
+        EXPECT_TRUE(WritePresetSysexFile(s, s.editor.preset.ID, path));
+        return path;
+    }
 };
 
-TEST_F(SaveSysex, WritesTheDumpTheEditorMakes) {
-    newPreset("Other");  // unchanged since its initialisation: nothing is asked
-    prompter.expectSaveFile("Save Preset to Sysex or Tavlo Format File", path);
-    SavePresetSysexButton(s);
-    EXPECT_TRUE(prompter.done());
-    EXPECT_EQ(prompter.seen().at(0).text, "To File.syx");
-    const std::string bytes = fileBytes();
-    ASSERT_GT(bytes.size(), 44u);
-    EXPECT_EQ(bytes.substr(0, 5), std::string("\xF0\x00\x00\x1B\x0B", 5));
-    EXPECT_EQ(bytes.back(), '\xF7');
-    EXPECT_EQ(s.editor.preset.ID, saved) << "the preset went through the editor";
-    EXPECT_EQ(bytes, EditorPresetSysex(s.editor, s.memImage.SceneList, s.midi));
+TEST_F(SysexFile, AFileComesBackIntoThePoolAndOutAgainByteForByte) {
+    const std::string path = exported("Exported");
+    db().exec("UPDATE PresetRec SET Name = 'Moved Aside' WHERE Name = 'Exported'");
+    InitializePreset(s);
+    EXPECT_TRUE(ImportPresetSysexFile(s, path));
+    EXPECT_TRUE(prompter.seen().empty()) << "a new name asks nothing";
+    EXPECT_FALSE(s.poolFlags.DownloadInProgress);
+    const std::int64_t id = idOf("Exported");
+    ASSERT_GT(id, idOf("Moved Aside"));
+    ASSERT_TRUE(WritePresetSysexFile(s, id, t.dir.file("again.syx")));
+    EXPECT_EQ(bytesOf(t.dir.file("again.syx")), bytesOf(path));
 }
 
-TEST_F(SaveSysex, EditsInTheEditorAreOfferedForStoringFirst) {
-    struct Case {
-        MessageAnswer answer;
-        bool written;
-        bool editsStored;
-    };
-    const Case cases[] = {
-        {MessageAnswer::Cancel, false, false},
-        {MessageAnswer::No, true, false},
-        {MessageAnswer::Yes, true, true},
-    };
+TEST_F(SysexFile, FilesThatHoldNoPresetChangeNothing) {
+    const std::string bytes = bytesOf(exported("Good"));
+    std::string noNibbles = bytes;
+    for (std::size_t i = 50; i + 1 < noNibbles.size(); ++i) noNibbles[i] = '\x7F';
+    const std::string cases[] = {writeFile("text.syx", "hello"), writeFile("cut.syx", bytes.substr(0, 20) + '\xF7'),
+                                 writeFile("noise.syx", noNibbles), t.dir.file("missing.syx")};
+    newPreset("Kept In Editor");
+    s.editor.preset.Faders[9].Name = "mine";
+    const std::int64_t rows = count("SELECT COUNT(*) FROM PresetRec") + count("SELECT COUNT(*) FROM FaderRec");
+    for (const std::string& path : cases) {
+        SCOPED_TRACE(path);
+        prompter.expectMessage("Cannot Import Preset Sysex",
+                               "The Sysex file you selected appears not to be PC1600(x) Preset dump data.",
+                               MessageAnswer::OK);
+        EXPECT_FALSE(ImportPresetSysexFile(s, path));
+        EXPECT_EQ(count("SELECT COUNT(*) FROM PresetRec") + count("SELECT COUNT(*) FROM FaderRec"), rows);
+        EXPECT_EQ(s.editor.preset.Faders[9].Name, "mine");
+    }
+    EXPECT_TRUE(prompter.done());
+}
+
+// Each file is a download of its own: a choice "for all" ends with it.
+TEST_F(SysexFile, AClashGoesThroughTheDialogueEachFileAnew) {
+    const std::string path = exported("Twice");
+    const std::int64_t id = idOf("Twice");
+    answerClash(ClashButton::KeepALLPool);
+    prompter.expectMessage("Are You Sure?", MessageAnswer::Yes);
+    EXPECT_TRUE(ImportPresetSysexFile(s, path));
+    EXPECT_TRUE(s.editor.PresetKeptInPool);
+    answerClash(ClashButton::RenameSysex, "Twice Again");
+    EXPECT_TRUE(ImportPresetSysexFile(s, path));
+    EXPECT_TRUE(prompter.done());
+    EXPECT_GT(idOf("Twice Again"), id);
+}
+
+// Saving goes through the editor: edits there are offered for storing first,
+// and the file holds the dump the editor makes of the saved preset.
+TEST_F(SysexFile, SavingOffersTheEditorsEditsForStoringFirst) {
+    const std::int64_t saved = storeNew("To File");
+    const std::string path = t.dir.file("out.syx");
+    s.poolForm.OrderOption = PoolOrder::ByName;
+    const struct {
+        MessageAnswer answer;  // none: no edits, nothing asked
+        bool written, editsStored;
+    } cases[] = {{MessageAnswer::OK, true, false},
+                 {MessageAnswer::Cancel, false, false},
+                 {MessageAnswer::No, true, false},
+                 {MessageAnswer::Yes, true, true}};
     int n = 0;
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(n);
         std::remove(path.c_str());
         const std::int64_t edited = storeNew("Edited " + std::to_string(n++));
-        s.editor.preset.Faders[5].Function = 2;
+        if (c.answer != MessageAnswer::OK) s.editor.preset.Faders[5].Function = 2;
         ReloadPoolList(s);
         SelectPoolLine(s, s.poolForm.PoolList.findItemData(saved));
-        prompter.expectSaveFile("Save Preset to Sysex or Tavlo Format File", path)
-            .expectMessage("About to Save Tavlo Format Preset",
-                           "The Preset Editor window is required for this task.  Do you want to save the contents of "
-                           "the PC1600(x) Preset Editor Window before storing this Preset?  If you answer NO, any "
-                           "changes since the last Preset Store in Pool will be lost.",
-                           c.answer);
+        const std::size_t asked = prompter.seen().size();
+        prompter.expectSaveFile("Save Preset to Sysex or Tavlo Format File", path);
+        if (c.answer != MessageAnswer::OK)
+            prompter.expectMessage("About to Save Tavlo Format Preset",
+                                   "The Preset Editor window is required for this task.  Do you want to save the "
+                                   "contents of the PC1600(x) Preset Editor Window before storing this Preset?  If "
+                                   "you answer NO, any changes since the last Preset Store in Pool will be lost.",
+                                   c.answer);
         if (c.answer == MessageAnswer::Yes) prompter.expectMessage("About to Store", MessageAnswer::Yes);
         SavePresetSysexButton(s);
         EXPECT_TRUE(prompter.done());
-        EXPECT_EQ(!fileBytes().empty(), c.written);
+        EXPECT_EQ(prompter.seen().at(asked).text, "To File.syx");
         EXPECT_EQ(intOf("SELECT Function FROM FaderRec WHERE PresetREF = :ID AND \"Index\" = 5", edited),
                   c.editsStored ? 2 : 0);
+        if (!c.written) {
+            EXPECT_TRUE(bytesOf(path).empty());
+            continue;
+        }
+        EXPECT_EQ(s.editor.preset.ID, saved) << "the preset went through the editor";
+        EXPECT_EQ(bytesOf(path), EditorPresetSysex(s.editor, s.memImage.SceneList, s.midi));
     }
 }
 

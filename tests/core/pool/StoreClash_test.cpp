@@ -1,25 +1,18 @@
 // Name clashes of a download: the choice dialogue, each of its choices alone
 // and for all, and the questions about scenes that other presets use.
 #include "PoolFixture.h"
-#include "pool/MemImageOrPoolChoiceForm.h"
-#include "db/PoolDatabase.h"
-#include "editor/EditorState.h"
-#include "pool/PoolFlags.h"
-#include "memimage/MemImageState.h"
 #include "pool/PoolContext.h"
-#include "pool/PoolFormState.h"
-#include "pool/PresetStore.h"
-#include "editor/InitPreset.h"
-#include "midilink/MidiConfig.h"
+#include "pool/PoolFlags.h"
 
 namespace tavlo::testing {
 namespace {
 
 class Clash : public PoolFixture {
-protected:
+public:
     std::int64_t poolId = 0;
     void SetUp() override {
         poolId = storeNew("Clash", 2);
+        storeNew("Taken");
         s.poolFlags.DownloadInProgress = true;
         newPreset("Clash", 1);
         s.editor.preset.Faders[0].Name = "downloaded";
@@ -31,11 +24,7 @@ protected:
                       "How would you like to resolve the duplicate Preset Name 'Clash' found in the Pool which "
                       "matches the one you've got from your PC1600(x)?");
             EXPECT_FALSE(request.buttons.at(static_cast<int>(ClashButton::Compare)).enabled);
-            EXPECT_EQ(request.buttons.at(static_cast<int>(button)).objectName.empty(), false);
-            ChoiceAnswer answer;
-            answer.button = static_cast<int>(button);
-            answer.fields = {newName};
-            return answer;
+            return ChoiceAnswer{.button = static_cast<int>(button), .checks = {}, .listIndex = -1, .fields = {newName}};
         });
     }
     std::string faderName(std::int64_t id) {
@@ -44,9 +33,10 @@ protected:
 };
 
 struct ChoiceCase {
-    ClashButton button;
-    std::string newName;
+    const char* what;
+    std::function<void(Clash&)> answer;
     int result;
+    bool forAll;
     // Afterwards: the name of the row that holds the downloaded preset ("":
     // none, the pool's version stays), and the name the old row goes by.
     std::string downloadedAs;
@@ -55,99 +45,101 @@ struct ChoiceCase {
 
 class EachChoice : public Clash, public ::testing::WithParamInterface<ChoiceCase> {};
 
-TEST_P(EachChoice, Alone) {
+TEST_P(EachChoice, StoresAsChosen) {
     const ChoiceCase& c = GetParam();
-    answerClash(c.button, c.newName);
+    c.answer(*this);
     StoreInPoolButton(s);
     EXPECT_TRUE(prompter.done());
     EXPECT_EQ(s.poolFlags.ChoiceResult, c.result);
-    EXPECT_FALSE(s.poolFlags.ChoiceForAll);
+    EXPECT_EQ(s.poolFlags.ChoiceForAll, c.forAll);
     EXPECT_EQ(textOf("SELECT Name FROM PresetRec WHERE ID = :ID", poolId), c.oldRowAs);
+    EXPECT_EQ(s.editor.PresetKeptInPool, c.downloadedAs.empty());
     if (c.downloadedAs.empty()) {
-        EXPECT_TRUE(s.editor.PresetKeptInPool);
         EXPECT_EQ(s.editor.preset.Faders[0].Name, "") << "the editor now holds the pool's version";
         EXPECT_EQ(faderName(poolId), "");
     } else {
-        EXPECT_FALSE(s.editor.PresetKeptInPool);
         EXPECT_EQ(faderName(idOf(c.downloadedAs)), "downloaded");
     }
     // Overwriting keeps the pool row's ID; a renamed copy gets a new one.
     EXPECT_EQ(s.editor.preset.ID == poolId, c.result <= 1);
-}
-
-INSTANTIATE_TEST_SUITE_P(Clash, EachChoice,
-                         ::testing::Values(ChoiceCase{ClashButton::KeepPool, "", 0, "", "Clash"},
-                                           ChoiceCase{ClashButton::UseDownloaded, "", 1, "Clash", "Clash"},
-                                           ChoiceCase{ClashButton::RenamePool, "Old Clash", 2, "Clash", "Old Clash"},
-                                           ChoiceCase{ClashButton::RenameSysex, "New Clash", 3, "New Clash", "Clash"}));
-
-TEST_F(Clash, RenameNeedsAFreshName) {
-    storeNew("Taken");
-    s.poolFlags.DownloadInProgress = true;
+    if (!c.forAll) return;
+    // A choice for all holds for the next clash: nothing more is asked.
     newPreset("Clash");
-    press(ClashButton::RenamePool, "  ");
-    prompter.expectMessage("Please Enter New Name", "You must enter a new Name in the Textbox to the right first.",
-                           MessageAnswer::OK);
-    press(ClashButton::RenameSysex, "TAKEN");
-    prompter.expectMessage("Cannot Continue Store",
-                           "That Preset Name already exists in the database.  Please choose another.",
-                           MessageAnswer::OK);
-    press(ClashButton::RenameSysex, "Clash Two");
+    s.editor.preset.Faders[0].Name = "again";
     StoreInPoolButton(s);
     EXPECT_TRUE(prompter.done());
-    EXPECT_EQ(s.poolFlags.ChoiceResult, 3);
-    EXPECT_GT(idOf("Clash Two"), 0);
-    EXPECT_EQ(idOf("Clash"), poolId);
+    EXPECT_EQ(faderName(poolId), c.result == 0 ? "" : "again");
 }
 
-TEST_F(Clash, KeepAllAsksOnceThenHoldsForTheRest) {
-    press(ClashButton::KeepALLPool);
-    prompter.expectMessage("Are You Sure?", MessageAnswer::No);
-    press(ClashButton::KeepALLPool);
-    prompter.expectMessage("Are You Sure?",
+const char* const kOverwriteNote =
+    "NOTE that if the Preset in the Pool that you're overwriting contains Scenes which are referenced by other "
+    "Preset Send Scene Buttons or other Presets SetupScene, then those Preset functions will be removed";
+
+INSTANTIATE_TEST_SUITE_P(
+    Clash, EachChoice,
+    ::testing::Values(
+        ChoiceCase{"KeepPool", [](Clash& f) { f.press(ClashButton::KeepPool); }, 0, false, "", "Clash"},
+        ChoiceCase{"UseDownloaded", [](Clash& f) { f.press(ClashButton::UseDownloaded); }, 1, false, "Clash", "Clash"},
+        ChoiceCase{"RenamePool", [](Clash& f) { f.press(ClashButton::RenamePool, "Old Clash"); }, 2, false, "Clash",
+                   "Old Clash"},
+        ChoiceCase{"RenameSysex", [](Clash& f) { f.press(ClashButton::RenameSysex, "New Clash"); }, 3, false,
+                   "New Clash", "Clash"},
+        ChoiceCase{"RenameNeedsAFreshName",
+                   [](Clash& f) {
+                       f.press(ClashButton::RenamePool, "  ");
+                       f.prompter.expectMessage("Please Enter New Name",
+                                                "You must enter a new Name in the Textbox to the right first.",
+                                                MessageAnswer::OK);
+                       f.press(ClashButton::RenameSysex, "TAKEN");
+                       f.prompter.expectMessage(
+                           "Cannot Continue Store",
+                           "That Preset Name already exists in the database.  Please choose another.",
+                           MessageAnswer::OK);
+                       f.press(ClashButton::RenameSysex, "Clash Two");
+                   },
+                   3, false, "Clash Two", "Clash"},
+        ChoiceCase{"KeepAllAsksOnce",
+                   [](Clash& f) {
+                       f.press(ClashButton::KeepALLPool);
+                       f.prompter.expectMessage("Are You Sure?", MessageAnswer::No);
+                       f.press(ClashButton::KeepALLPool);
+                       f.prompter.expectMessage(
+                           "Are You Sure?",
                            "Are you sure you want to keep the Presets in the Pool (all new Presets downloaded from "
                            "your PC1600(x) with the same Name will be ignored)?",
                            MessageAnswer::Yes);
-    StoreInPoolButton(s);
-    EXPECT_TRUE(s.poolFlags.ChoiceForAll);
-    EXPECT_EQ(s.poolFlags.ChoiceResult, 0);
-    EXPECT_TRUE(s.editor.PresetKeptInPool);
+                   },
+                   0, true, "", "Clash"},
+        ChoiceCase{"UseAllDownloadedAsksTwice",
+                   [](Clash& f) {
+                       f.press(ClashButton::KeepALLSysex);
+                       f.prompter
+                           .expectMessage("Are You Sure?",
+                                          "Are you sure you want to keep the Presets from this PC1600(x) Download "
+                                          "and overwrite any same-named Presets in the Pool?",
+                                          MessageAnswer::Yes)
+                           .expectMessage("About to Overwrite Preset in Pool", MessageAnswer::No);
+                       f.press(ClashButton::KeepALLSysex);
+                       f.prompter.expectMessage("Are You Sure?", MessageAnswer::Yes)
+                           .expectMessage("About to Overwrite Preset in Pool", MessageAnswer::Yes);
+                   },
+                   1, true, "Clash", "Clash"},
+        // Closed by its frame, the dialogue acts on the choice as it stands.
+        ChoiceCase{"ClosedByItsFrame",
+                   [](Clash& f) {
+                       f.s.poolFlags.ChoiceResult = 0;
+                       f.prompter.expectChoice("MemImageOrPoolChoiceForm",
+                                               [](const ChoiceRequest&) { return ChoiceAnswer{}; });
+                   },
+                   0, false, "", "Clash"}),
+    [](const auto& info) { return std::string(info.param.what); });
 
-    newPreset("Clash");
-    s.editor.preset.Faders[0].Name = "again";
-    StoreInPoolButton(s);  // nothing more is asked
-    EXPECT_TRUE(prompter.done());
-    EXPECT_EQ(faderName(poolId), "");
-}
-
-TEST_F(Clash, UseAllDownloadedAsksTwice) {
-    press(ClashButton::KeepALLSysex);
-    prompter.expectMessage("Are You Sure?",
-                           "Are you sure you want to keep the Presets from this PC1600(x) Download and overwrite any "
-                           "same-named Presets in the Pool?",
-                           MessageAnswer::Yes)
-        .expectMessage("About to Overwrite Preset in Pool", MessageAnswer::No);
+TEST_F(Clash, OverwriteQuestionWarnsAboutSceneReferences) {
     press(ClashButton::KeepALLSysex);
     prompter.expectMessage("Are You Sure?", MessageAnswer::Yes)
         .expectMessage("About to Overwrite Preset in Pool", MessageAnswer::Yes);
     StoreInPoolButton(s);
-    EXPECT_TRUE(prompter.done());
-    EXPECT_TRUE(s.poolFlags.ChoiceForAll);
-    EXPECT_EQ(s.poolFlags.ChoiceResult, 1);
-    EXPECT_EQ(faderName(poolId), "downloaded");
-    const std::string note = prompter.seen()[5].text;
-    EXPECT_EQ(note.rfind("NOTE that if the Preset in the Pool that you're overwriting contains Scenes which are "
-                         "referenced by other Preset Send Scene Buttons or other Presets SetupScene, then those "
-                         "Preset functions will be removed",
-                         0),
-              0u);
-}
-
-TEST_F(Clash, ClosedByItsFrameActsOnTheChoiceAsItStands) {
-    s.poolFlags.ChoiceResult = 0;
-    prompter.expectChoice("MemImageOrPoolChoiceForm", [](const ChoiceRequest&) { return ChoiceAnswer{}; });
-    StoreInPoolButton(s);
-    EXPECT_TRUE(s.editor.PresetKeptInPool);
+    EXPECT_EQ(prompter.seen().back().text.rfind(kOverwriteNote, 0), 0u);
 }
 
 class SceneReferences : public PoolFixture {
@@ -168,10 +160,10 @@ protected:
         s.poolFlags.DownloadInProgress = true;
         newPreset("Target", 1);
         s.editor.preset.Scenes[0].Name = "Downloaded scene";
-        answerClash(ClashButton::UseDownloaded);
     }
-    std::int64_t buttonFunction() { return intOf("SELECT Function FROM ButtonRec WHERE PresetREF = :ID AND \"Index\" = 3", user); }
-    std::int64_t targetScenes() { return intOf("SELECT COUNT(*) FROM SceneRec WHERE PresetREF = :ID", target); }
+    std::string button() { return textOf("SELECT Function || '|' || Scene FROM ButtonRec WHERE PresetREF = :ID AND \"Index\" = 3", user); }
+    std::string setup() { return textOf("SELECT SetupScene || '|' || SetupScenePreset FROM PresetRec WHERE ID = :ID", setupUser); }
+    std::string scenes() { return textOf("SELECT group_concat(Name, ',') FROM SceneRec WHERE PresetREF = :ID", target); }
 };
 
 const char* const kResolveText =
@@ -180,71 +172,56 @@ const char* const kResolveText =
     "(Select 'YES')?  Otherwise (to remove references), select 'NO'.  Selecting 'CANCEL' will override your earlier "
     "response to 'Overwrite the Preset in the Pool' and make it 'Keep the Preset in the Pool '";
 
-TEST_F(SceneReferences, YesMovesTheOldScenesOntoTheNewVersion) {
-    prompter.expectMessage("Resolve Scene References", kResolveText, MessageAnswer::Yes);
+struct ResolveCase {
+    MessageAnswer answer;
+    const char* button;
+    bool setupKept;
+    const char* scenes;
+    bool kept;
+};
+
+class EachAnswer : public SceneReferences, public ::testing::WithParamInterface<ResolveCase> {};
+
+// Overwriting a preset whose scenes others use: Yes moves the old scenes onto
+// the new version, No removes the references, Cancel keeps the pool's version.
+TEST_P(EachAnswer, ResolvesTheReferences) {
+    const ResolveCase& c = GetParam();
+    answerClash(ClashButton::UseDownloaded);
+    prompter.expectMessage("Resolve Scene References", kResolveText, c.answer);
     StoreInPoolButton(s);
+    EXPECT_TRUE(prompter.done());
+    EXPECT_EQ(button(), c.button);
+    EXPECT_EQ(setup(), c.setupKept ? "Scene 2|" + std::to_string(target) : "<none>|-1");
+    EXPECT_EQ(scenes(), c.scenes);
+    EXPECT_EQ(s.editor.PresetKeptInPool, c.kept);
     EXPECT_EQ(s.editor.preset.ID, target);
-    EXPECT_EQ(targetScenes(), 2) << "KeepOldScenes";
-    EXPECT_EQ(intOf("SELECT COUNT(*) FROM SceneRec WHERE Name = 'Downloaded scene' AND PresetREF = :ID", target), 0);
-    EXPECT_EQ(buttonFunction(), 9);
-    EXPECT_EQ(intOf("SELECT SetupScenePreset FROM PresetRec WHERE ID = :ID", setupUser), target);
+    if (c.kept) {
+        EXPECT_EQ(s.editor.preset.SceneCount, 2) << "the editor holds the pool's version";
+    }
 }
 
-TEST_F(SceneReferences, NoRemovesTheReferences) {
-    prompter.expectMessage("Resolve Scene References", MessageAnswer::No);
-    StoreInPoolButton(s);
-    EXPECT_EQ(buttonFunction(), 0);
-    EXPECT_EQ(textOf("SELECT Name || '|' || Scene FROM ButtonRec WHERE PresetREF = :ID AND \"Index\" = 3", user),
-              "|<none>");
-    EXPECT_EQ(textOf("SELECT SetupScene || '|' || SetupScenePreset FROM PresetRec WHERE ID = :ID", setupUser),
-              "<none>|-1");
-    EXPECT_EQ(targetScenes(), 1);
-}
+INSTANTIATE_TEST_SUITE_P(SceneReferences, EachAnswer,
+                         ::testing::Values(ResolveCase{MessageAnswer::Yes, "9|Scene 1", true, "Scene 1,Scene 2", false},
+                                           ResolveCase{MessageAnswer::No, "0|<none>", false, "Downloaded scene", false},
+                                           ResolveCase{MessageAnswer::Cancel, "9|Scene 1", true, "Scene 1,Scene 2", true}));
 
-TEST_F(SceneReferences, CancelKeepsThePoolVersion) {
-    prompter.expectMessage("Resolve Scene References", MessageAnswer::Cancel);
-    StoreInPoolButton(s);
-    EXPECT_TRUE(s.editor.PresetKeptInPool);
-    EXPECT_EQ(targetScenes(), 2);
-    EXPECT_EQ(buttonFunction(), 9);
-    EXPECT_EQ(s.editor.preset.SceneCount, 2) << "the editor holds the pool's version";
-}
-
+// A prompter that refuses to answer (as the command line does) ends the store
+// with an exception; the transaction leaves every row as it was.
 TEST_F(SceneReferences, AnUnansweredQuestionChangesNothing) {
-    // A prompter that refuses to answer (as the command line does) ends the
-    // store with an exception; the transaction leaves every row as it was.
     struct Refusing : ScriptedPrompter {
         MessageAnswer message(const std::string& title, const std::string& text, MessageButtons buttons) override {
             if (title == "Resolve Scene References") throw std::runtime_error("no answer");
             return ScriptedPrompter::message(title, text, buttons);
         }
-    };
-    TestProgram fresh;
-    Refusing refusing;
-    const PoolContext other{fresh->pool,     refusing,          fresh->editor,   fresh->midi,
-                           fresh->memImage, fresh->poolForm, fresh->poolFlags};
-    InitializePreset(other);
-    other.editor.preset.Name = "T";
-    other.editor.preset.SceneCount = 1;
-    other.editor.preset.Scenes[0].Name = "S";
-    StoreInPoolButton(other);
-    const std::int64_t t = other.editor.preset.ID;
-    fresh->pool.db().prepare("UPDATE ButtonRec SET Function = 9, Scene = 'S', ScenePreset = :T WHERE ID = "
-                            "(SELECT MIN(ID) FROM ButtonRec WHERE PresetREF = :T)")
-        .bind(":T", t)
-        .run();
-    other.flags.DownloadInProgress = true;
-    other.flags.ChoiceForAll = true;
-    other.flags.ChoiceResult = 1;
-    InitializePreset(other);
-    other.editor.preset.Name = "T";
-    other.editor.preset.Faders[0].Name = "changed";
-    EXPECT_THROW(StoreInPoolButton(other), std::runtime_error);
-    Statement q = fresh->pool.db().prepare("SELECT COUNT(*) FROM SceneRec WHERE PresetREF = :T");
-    q.bind(":T", t);
-    ASSERT_TRUE(q.step());
-    EXPECT_EQ(q.getInt(0), 1);
-    EXPECT_EQ(fresh->pool.db().queryInt("SELECT COUNT(*) FROM FaderRec WHERE Name = 'changed'"), 0);
+    } refusing;
+    s.poolFlags.ChoiceForAll = true;
+    s.poolFlags.ChoiceResult = 1;
+    s.editor.preset.Faders[0].Name = "changed";
+    const PoolContext context{s.pool, refusing, s.editor, s.midi, s.memImage, s.poolForm, s.poolFlags};
+    EXPECT_THROW(StoreInPoolButton(context), std::runtime_error);
+    EXPECT_EQ(scenes(), "Scene 1,Scene 2");
+    EXPECT_EQ(button(), "9|Scene 1");
+    EXPECT_EQ(count("SELECT COUNT(*) FROM FaderRec WHERE Name = 'changed'"), 0);
 }
 
 }  // namespace

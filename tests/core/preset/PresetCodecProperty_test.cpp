@@ -5,16 +5,12 @@
 
 #include <random>
 
-#include "ScriptedPrompter.h"
+#include "DumpSamples.h"
 #include "base/MSBModule.h"
-#include "sysex/StringNotation.h"
 #include "preset/PresetDecoder.h"
 #include "preset/PresetDump.h"
 #include "preset/PresetEncoder.h"
-#include "editor/EditorDumps.h"
-#include "editor/EditorState.h"
-#include "editor/ImageSlots.h"
-#include "midilink/MidiConfig.h"
+#include "sysex/StringNotation.h"
 
 namespace tavlo {
 // Readable failures: the substrings that differ.
@@ -139,9 +135,9 @@ public:
         text = JoinedStringText(set);
     }
 
-    // A preset as the editor could hold it, with the scene lists set up.
-    void preset(EditorState& editor, const ImageSlots& memImage) {
-        WorkingPreset& p = editor.preset;
+    // A preset as the editor could hold it, and its setup scene's line as
+    // the editor shows it.
+    void preset(WorkingPreset& p, std::string& setupLine, const ListState& scenes) {
         p.Name = name(16);
         for (std::size_t i = 0; i < kFaderCount; ++i) {
             FaderDef& f = p.Faders[i];
@@ -185,8 +181,8 @@ public:
                     break;
                 case 9: {
                     const int scene = pick(0, kNamedScenes - 1);
-                    b.Scene = SceneNameOfLine(memImage.SceneList.list(scene));
-                    b.ScenePreset = static_cast<std::int32_t>(memImage.SceneList.itemData(scene));
+                    b.Scene = SceneNameOfLine(scenes.list(scene));
+                    b.ScenePreset = static_cast<std::int32_t>(scenes.itemData(scene));
                     break;
                 }
                 default: break;
@@ -203,13 +199,12 @@ public:
         if (chance(50)) string(StringContext::Setup, p.SetupStrings, p.SetupString);
         if (chance(5)) p.Name = kInitializedName;
 
-        FillDumpSceneLists(editor.BSceneCombo, editor.SelectPresetSceneCombo, memImage.SceneList);
-        editor.SelectPresetSceneCombo.setListIndex(0);
+        setupLine = kNoScene;
         if (!pc1600_ && chance(40)) {
             const int scene = pick(0, kNamedScenes - 1);
-            editor.SelectPresetSceneCombo.setListIndex(scene + 1);
-            p.SetupScene = SceneNameOfLine(memImage.SceneList.list(scene));
-            p.SetupScenePreset = static_cast<std::int32_t>(memImage.SceneList.itemData(scene));
+            setupLine = scenes.list(scene);
+            p.SetupScene = SceneNameOfLine(scenes.list(scene));
+            p.SetupScenePreset = static_cast<std::int32_t>(scenes.itemData(scene));
         }
     }
 
@@ -220,8 +215,8 @@ private:
 
 // What the dump gives back of a preset: the fields it carries, with the
 // format's losses applied.
-WorkingPreset expectedAfterDecode(const EditorState& source, bool pc1600Model) {
-    WorkingPreset e = source.preset;
+WorkingPreset expectedAfterDecode(const WorkingPreset& source, const std::string& setupLine, bool pc1600Model) {
+    WorkingPreset e = source;
     e.Name = MSBModule::Trim(e.Name);
     for (FaderDef& f : e.Faders)
         if (f.Function == 0) f.Name.clear();  // a name is not sent
@@ -229,7 +224,7 @@ WorkingPreset expectedAfterDecode(const EditorState& source, bool pc1600Model) {
         ButtonDef& b = e.Buttons[i];
         if (b.Function == 0 || (pc1600Model && (b.Function == 8 || b.Function == 9))) b = ButtonDef{};
     }
-    bool present = e.SetupStrings.Count > 0 || source.SelectPresetSceneCombo.listIndex() > 0;
+    bool present = e.SetupStrings.Count > 0 || setupLine != kNoScene;
     for (const SetupChannelDef& c : e.SetupChannels)
         if (c.ProgChange > 0 || c.Volume > 0) present = true;
     if (e.Name == kInitializedName) present = false;
@@ -258,10 +253,10 @@ void resolveSceneReferences(WorkingPreset& p) {
     if (p.SetupScenePreset < -2) p.SetupScenePreset = -p.SetupScenePreset - 3;
 }
 
-ImageSlots sceneImage() {
-    ImageSlots image;
+ListState sceneImage() {
+    ListState image = tavlo::testing::FreeSceneList();
     for (int s = 0; s < kNamedScenes; ++s)
-        image.SceneList.setLine(s, TwoDigits(s) + ":  Scene " + std::to_string(s % 5) + "  [p:" + TwoDigits(s / 5) + "]",
+        image.setLine(s, TwoDigits(s) + ":  Scene " + std::to_string(s % 5) + "  [p:" + TwoDigits(s / 5) + "]",
                                 1000 + s / 5);
     return image;
 }
@@ -270,48 +265,44 @@ class CodecRoundTrip : public ::testing::TestWithParam<bool> {};
 
 TEST_P(CodecRoundTrip, EncodeDecodeEncodeKeepsBytesAndFields) {
     const bool pc1600Model = GetParam();
-    MidiConfig midi;
-    midi.PC1600Model = pc1600Model;
-    const ImageSlots image = sceneImage();
-    tavlo::testing::ScriptedPrompter prompter;
+    const ListState scenes = sceneImage();
     Generator generate(pc1600Model ? 1600u : 16001u, pc1600Model);
 
     for (int round = 0; round < kRounds; ++round) {
-        midi.DeviceId = generate.pick(0, 15);
-        EditorState source;
-        generate.preset(source, image);
-        const std::string first = EditorPresetSysex(source, image.SceneList, midi);
+        const int deviceId = generate.pick(0, 15);
+        WorkingPreset source;
+        std::string setupLine;
+        generate.preset(source, setupLine, scenes);
+        const std::string first = Form2PresetSysex(source, {scenes, setupLine}, pc1600Model, deviceId);
 
-        EditorState decoded;
-        const DecodeResult result = PresetSysex2Form(first, decoded, image.SceneList, midi.PC1600Model, prompter);
+        DecodedPreset decoded;
+        const DecodeResult result = DecodePresetDump(first, scenes, pc1600Model, decoded);
         ASSERT_TRUE(result.ok) << round << ": " << result.reason;
-        resolveSceneReferences(decoded.preset);
+        ASSERT_TRUE(decoded.messages.empty()) << round;
+        WorkingPreset& got = decoded.preset;
+        resolveSceneReferences(got);
 
-        const WorkingPreset expected = expectedAfterDecode(source, pc1600Model);
-        ASSERT_EQ(decoded.preset.Name, expected.Name) << round;
+        const WorkingPreset expected = expectedAfterDecode(source, setupLine, pc1600Model);
+        ASSERT_EQ(got.Name, expected.Name) << round;
         for (std::size_t i = 0; i < kFaderCount; ++i) {
-            ASSERT_EQ(decoded.preset.Faders[i], expected.Faders[i]) << round << " fader " << i;
-            ASSERT_EQ(decoded.preset.FaderStrings[i], expected.FaderStrings[i]) << round << " fader " << i;
+            ASSERT_EQ(got.Faders[i], expected.Faders[i]) << round << " fader " << i;
+            ASSERT_EQ(got.FaderStrings[i], expected.FaderStrings[i]) << round << " fader " << i;
         }
         for (std::size_t i = 0; i < kButtonCount; ++i) {
-            ASSERT_EQ(decoded.preset.Buttons[i], expected.Buttons[i]) << round << " button " << i;
-            ASSERT_EQ(decoded.preset.ButtonStrings1[i], expected.ButtonStrings1[i]) << round << " button " << i;
-            ASSERT_EQ(decoded.preset.ButtonStrings2[i], expected.ButtonStrings2[i]) << round << " button " << i;
+            ASSERT_EQ(got.Buttons[i], expected.Buttons[i]) << round << " button " << i;
+            ASSERT_EQ(got.ButtonStrings1[i], expected.ButtonStrings1[i]) << round << " button " << i;
+            ASSERT_EQ(got.ButtonStrings2[i], expected.ButtonStrings2[i]) << round << " button " << i;
         }
-        ASSERT_EQ(decoded.preset.SetupChannels, expected.SetupChannels) << round;
-        ASSERT_EQ(decoded.preset.SetupString, expected.SetupString) << round;
-        ASSERT_EQ(decoded.preset.SetupStrings, expected.SetupStrings) << round;
-        ASSERT_EQ(decoded.preset.SetupScene, expected.SetupScene) << round;
-        ASSERT_EQ(decoded.preset.SetupScenePreset, expected.SetupScenePreset) << round;
-        ASSERT_EQ(decoded.preset.DataWheelLink, expected.DataWheelLink) << round;
-        ASSERT_EQ(decoded.preset, expected) << round;
+        ASSERT_EQ(got.SetupChannels, expected.SetupChannels) << round;
+        ASSERT_EQ(got.SetupStrings, expected.SetupStrings) << round;
+        ASSERT_EQ(got, expected) << round;
 
         // An absent setup leaves the scene list without a selection, which
-        // the encoder would read as a scene; a load from the pool selects "<none>".
-        if (decoded.SelectPresetSceneCombo.listIndex() < 0) decoded.SelectPresetSceneCombo.setListIndex(0);
-        ASSERT_EQ(EditorPresetSysex(decoded, image.SceneList, midi), first) << round;
+        // the encoder would read as a scene; a load from the pool shows "<none>".
+        const ListState& setupList = decoded.SelectPresetSceneCombo;
+        const std::string again = setupList.listIndex() < 0 ? std::string(kNoScene) : setupList.text();
+        ASSERT_EQ(Form2PresetSysex(got, {scenes, again}, pc1600Model, deviceId), first) << round;
     }
-    EXPECT_TRUE(prompter.seen().empty());
 }
 
 INSTANTIATE_TEST_SUITE_P(BothModels, CodecRoundTrip, ::testing::Values(false, true),

@@ -1,6 +1,6 @@
+// Which changes of a preset count as edits since its pristine copy: the
+// comparison goes field by field, so every field has its row.
 #include "preset/PristinePreset.h"
-
-#include "editor/EditorState.h"
 
 #include <gtest/gtest.h>
 
@@ -15,30 +15,25 @@ struct Edit {
     std::function<void(WorkingPreset&)> apply;
 };
 
-EditorState loaded() {
-    EditorState editor;
-    WorkingPreset& p = editor.preset;
-    p.Name = "Loaded";
-    p.Notes = "Some notes";
-    p.Faders[3].Function = 1;
-    p.Faders[3].Name = "Vol";
-    p.Buttons[2].Function = 5;
-    p.Buttons[2].String1 = "90 3C 7F";
-    p.ButtonStrings1[2].Slots[0].EnteredString = "90 3C 7F";
-    p.ButtonStrings1[2].Count = 1;
-    p.SetupStrings.Slots[0].EnteredString = "F6";
-    p.SetupStrings.Count = 1;
-    UpdateINITData(editor);
-    return editor;
-}
-
-TEST(INITDataChanged, FalseRightAfterALoad) {
-    EditorState editor = loaded();
-    EXPECT_FALSE(INITDataChanged(editor));
-    editor.preset.Notes = "  Padded notes  ";
-    UpdateINITData(editor);
-    EXPECT_FALSE(INITDataChanged(editor));
-}
+// A loaded preset and its pristine copy.
+struct Loaded {
+    WorkingPreset preset, pristine;
+    Loaded() {
+        WorkingPreset& p = preset;
+        p.Name = "Loaded";
+        p.Notes = "  Some notes  ";  // kept trimmed in the copy, compared trimmed
+        p.Faders[3].Function = 1;
+        p.Faders[3].Name = "Vol";
+        p.Buttons[2].Function = 5;
+        p.Buttons[2].String1 = "90 3C 7F";
+        p.ButtonStrings1[2].Slots[0].EnteredString = "90 3C 7F";
+        p.ButtonStrings1[2].Count = 1;
+        p.SetupStrings.Slots[0].EnteredString = "F6";
+        p.SetupStrings.Count = 1;
+        UpdateINITData(preset, pristine);
+    }
+    bool changed() const { return INITDataChanged(preset, pristine); }
+};
 
 TEST(INITDataChanged, EditsThatCount) {
     const Edit edits[] = {
@@ -79,11 +74,12 @@ TEST(INITDataChanged, EditsThatCount) {
         {"data wheel", [](WorkingPreset& p) { p.DataWheelLink = 19; }},
     };
     for (const Edit& edit : edits) {
-        EditorState editor = loaded();
-        edit.apply(editor.preset);
-        EXPECT_TRUE(INITDataChanged(editor)) << edit.what;
-        UpdateINITData(editor);
-        EXPECT_FALSE(INITDataChanged(editor)) << edit.what << " after storing";
+        Loaded l;
+        EXPECT_FALSE(l.changed()) << edit.what << " before the edit";
+        edit.apply(l.preset);
+        EXPECT_TRUE(l.changed()) << edit.what;
+        UpdateINITData(l.preset, l.pristine);
+        EXPECT_FALSE(l.changed()) << edit.what << " after storing";
     }
 }
 
@@ -102,30 +98,22 @@ TEST(INITDataChanged, ChangesThatAreNoEdits) {
         {"the pool ID", [](WorkingPreset& p) { p.ID = 8; }},
     };
     for (const Edit& edit : edits) {
-        EditorState editor = loaded();
-        edit.apply(editor.preset);
-        EXPECT_FALSE(INITDataChanged(editor)) << edit.what;
+        Loaded l;
+        edit.apply(l.preset);
+        EXPECT_FALSE(l.changed()) << edit.what;
     }
 }
 
+// The comparison is with the copy, not a flag: undoing every edit by hand
+// makes the preset clean again.
 TEST(INITDataChanged, UndoingAnEditByHandMakesItCleanAgain) {
-    EditorState editor = loaded();
-    editor.preset.Buttons[7].Channel = 4;
-    editor.preset.Faders[3].Channel = 2;
-    EXPECT_TRUE(INITDataChanged(editor));
-    editor.preset.Buttons[7].Channel = kChannelOut;
-    EXPECT_TRUE(INITDataChanged(editor));
-    editor.preset.Faders[3].Channel = kChannelOut;
-    EXPECT_FALSE(INITDataChanged(editor));
-}
-
-TEST(UpdateINITData, LeavesFaderPositionsOutOfTheCopy) {
-    EditorState editor = loaded();
-    editor.preset.Faders[2].Value = 64;
-    UpdateINITData(editor);
-    EXPECT_EQ(editor.PristinePreset.Faders[2].Value, 0);
-    EXPECT_EQ(editor.PristinePreset.Faders[3].Name, "Vol");
-    EXPECT_EQ(editor.PristinePreset.ButtonStrings1[2].Slots[0].EnteredString, "90 3C 7F");
+    Loaded l;
+    l.preset.Buttons[7].Channel = 4;
+    l.preset.Faders[3].Channel = 2;
+    l.preset.Buttons[7].Channel = kChannelOut;
+    EXPECT_TRUE(l.changed());
+    l.preset.Faders[3].Channel = kChannelOut;
+    EXPECT_FALSE(l.changed());
 }
 
 }  // namespace

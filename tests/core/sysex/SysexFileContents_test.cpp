@@ -4,6 +4,7 @@
 
 #include <fstream>
 
+#include "DumpSamples.h"
 #include "ScriptedPrompter.h"
 #include "TempDir.h"
 
@@ -13,11 +14,7 @@ using tavlo::testing::TempDir;
 
 namespace {
 
-std::string bytes(std::initializer_list<int> values) {
-    std::string out;
-    for (int v : values) out += static_cast<char>(v);
-    return out;
-}
+using tavlo::testing::Bytes;
 
 const std::string kHeading = "The Sysex messages found in the file:\r\n\r\n   dump.syx\r\n\r\n Are....\r\n\r\n";
 
@@ -36,13 +33,13 @@ TEST(SysexFileContents, NamesTheDevicesMessagesByCommand) {
         {0x11, "F0 00 00 1B 0B 07 11 , (offset 1)"},
     };
     for (const Case& c : cases)
-        EXPECT_EQ(SysexFileContents("dump.syx", bytes({0xF0, 0x00, 0x00, 0x1B, 0x0B, 0x07, c.command, 0xF7})),
+        EXPECT_EQ(SysexFileContents("dump.syx", Bytes({0xF0, 0x00, 0x00, 0x1B, 0x0B, 0x07, c.command, 0xF7})),
                   kHeading + "       " + c.line + "\r\n")
             << c.command;
 }
 
 TEST(SysexFileContents, OffsetsCountFromOneAndShortEntriesShowWhatTheyHave) {
-    const std::string file = bytes({0x41, 0xF0, 0x43, 0x10, 0xF7, 0xF0, 0x00, 0x00, 0x1B, 0x0B, 0xF0, 0x7E});
+    const std::string file = Bytes({0x41, 0xF0, 0x43, 0x10, 0xF7, 0xF0, 0x00, 0x00, 0x1B, 0x0B, 0xF0, 0x7E});
     EXPECT_EQ(SysexFileContents("dump.syx", file), kHeading +
                                                        "       F0 43 10 F7 F0 00 00 , (offset 2)\r\n"
                                                        "       F0 00 00 1B 0B F0 7E , (offset 6)\r\n"
@@ -52,7 +49,7 @@ TEST(SysexFileContents, OffsetsCountFromOneAndShortEntriesShowWhatTheyHave) {
 
 TEST(SysexFileContents, ListsAtMost200Messages) {
     std::string file;
-    for (int i = 0; i < 250; ++i) file += bytes({0xF0, 0xF7});
+    for (int i = 0; i < 250; ++i) file += Bytes({0xF0, 0xF7});
     const std::string text = SysexFileContents("dump.syx", file);
     std::size_t lines = 0;
     for (std::size_t at = 0; (at = text.find("(offset ", at)) != std::string::npos; ++at) ++lines;
@@ -61,37 +58,23 @@ TEST(SysexFileContents, ListsAtMost200Messages) {
     EXPECT_EQ(text.find("(offset 401)"), std::string::npos);
 }
 
-TEST(SysexFileMenu, AsksForAFileAndShowsItsListing) {
+TEST(SysexFileMenu, ShowsTheListingOfTheChosenFileOrThatItCannotBeRead) {
     TempDir dir;
     const std::string path = dir.file("in.syx");
-    std::ofstream(path, std::ios::binary) << bytes({0xF0, 0x00, 0x00, 0x1B, 0x0B, 0x00, 0x03, 0xF7});
+    std::ofstream(path, std::ios::binary) << Bytes({0xF0, 0x00, 0x00, 0x1B, 0x0B, 0x00, 0x03, 0xF7});
     ScriptedPrompter prompter;
-    prompter.expectOpenFile(kListSysexFileTitle, path);
-    prompter.expectMessage(kSysexFileContentsTitle,
-                           "The Sysex messages found in the file:\r\n\r\n   " + path +
-                               "\r\n\r\n Are....\r\n\r\n       PC1600(x) ALL GLOBALS Data (offset 1)\r\n",
-                           MessageAnswer::OK);
-    SysexFileMenu(prompter);
+    prompter.expectOpenFile(kListSysexFileTitle, path)
+        .expectMessage(kSysexFileContentsTitle,
+                       "The Sysex messages found in the file:\r\n\r\n   " + path +
+                           "\r\n\r\n Are....\r\n\r\n       PC1600(x) ALL GLOBALS Data (offset 1)\r\n",
+                       MessageAnswer::OK)
+        .expectOpenFile(kListSysexFileTitle, dir.file("gone.syx"))
+        .expectMessage(kSysexFileContentsTitle, "The file " + dir.file("gone.syx") + " could not be read.",
+                       MessageAnswer::OK)
+        .expectOpenFile(kListSysexFileTitle, std::nullopt);  // nothing chosen ends it
+    for (int i = 0; i < 3; ++i) SysexFileMenu(prompter);
     EXPECT_TRUE(prompter.done());
-    ASSERT_FALSE(prompter.seen().empty());
     EXPECT_EQ(prompter.seen()[0].text, kSysexFileFilter);
-}
-
-TEST(SysexFileMenu, NothingChosenEndsIt) {
-    ScriptedPrompter prompter;
-    prompter.expectOpenFile(kListSysexFileTitle, std::nullopt);
-    SysexFileMenu(prompter);
-    EXPECT_EQ(prompter.seen().size(), 1u);
-}
-
-TEST(SysexFileMenu, AnUnreadableFileIsSaidSo) {
-    TempDir dir;
-    ScriptedPrompter prompter;
-    prompter.expectOpenFile(kListSysexFileTitle, dir.file("gone.syx"));
-    prompter.expectMessage(kSysexFileContentsTitle, "The file " + dir.file("gone.syx") + " could not be read.",
-                           MessageAnswer::OK);
-    SysexFileMenu(prompter);
-    EXPECT_TRUE(prompter.done());
 }
 
 }  // namespace
