@@ -1,24 +1,20 @@
-#include <QApplication>
-#include <QDialog>
+// The pool window's wiring: its buttons and list reach the pool's flows,
+// whose rules are tested in core.
 #include <QFileInfo>
 #include <QLabel>
-#include <QTimer>
-#include <QLineEdit>
 #include <QListWidget>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QtTest>
 
 #include "FormDriver.h"
 #include "TestProgram.h"
+#include "db/PoolDatabase.h"
+#include "editor/EditorState.h"
 #include "editor/InitPreset.h"
 #include "pool/MemImageOrPoolChoiceForm.h"
 #include "pool/PoolForm.h"
 #include "pool/PresetStore.h"
 #include "ui/QtPrompter.h"
-#include "db/PoolDatabase.h"
-#include "editor/EditorState.h"
 
 using namespace tavlo;
 using namespace tavlo::testing;
@@ -26,14 +22,98 @@ using namespace tavlo::testing;
 class PoolFormTest : public QObject, FormDriver {
     Q_OBJECT
 private slots:
-    void init();
-    void cleanup();
-    void showsThePoolInBothOrders();
-    void selectingALineShowsItsDetails();
-    void renameDuplicateAndDeleteThroughTheButtons();
-    void buttonsThatWaitForOtherWindowsAreDisabled();
-    void clashDialogueIsAModalDialogWithItsButtons();
-    void saveAndLoadASysexFile();
+    void init() {
+        t = std::make_unique<TestProgram>();
+        (*t)->editor.ProgramInit = false;
+        form = std::make_unique<PoolForm>(**t);
+        root = form.get();
+        form->reload();
+        form->show();
+    }
+
+    void cleanup() {
+        form.reset();
+        t.reset();
+    }
+
+    void theListAndItsDetailsFollowTheControls() {
+        const std::int64_t id = store("Detailed", 2);
+        (*t)->pool.db().exec("INSERT INTO MakeModelAssocRec (PresetREF, Make, Model) VALUES (" + std::to_string(id) +
+                             ", 'Korg', 'M1')");
+        form->reload();
+        w<QRadioButton>("OrderOption_0")->click();
+        QCOMPARE(lines().size(), 4);  // under "> UNASSOCIATED " and "> Korg M1"
+        w<QRadioButton>("OrderOption_1")->click();
+        QCOMPARE(lines(), (QStringList{"--Initialized--", "Detailed"}));
+        auto* list = w<QListWidget>("PoolList");
+        list->setCurrentRow(1);
+        QCOMPARE(w<QLabel>("MemLabel")->text(), QString("Memory Used: 8"));
+        QCOMPARE(w<QListWidget>("SceneList")->count(), 2);
+        list->setCurrentRow(0);
+        QCOMPARE(w<QLabel>("MemLabel")->text(), QString("Fixed System Preset"));
+        QVERIFY(!w<QListWidget>("MIsUsingList")->isVisible());
+        w<QPushButton>("ShowMIsUseButton")->click();
+        QCOMPARE(w<QListWidget>("MIsUsingList")->count(), 50);
+    }
+
+    void renameDuplicateAndDeleteThroughTheButtons() {
+        store("Source", 1);
+        form->reload();
+        auto* list = w<QListWidget>("PoolList");
+        list->setCurrentRow(lines().indexOf("Source"));
+
+        t->prompter.expectInput("Rename Preset", std::string("Renamed"));
+        w<QPushButton>("RenameButton")->click();
+        QCOMPARE(list->currentItem()->text(), QString("Renamed"));
+
+        t->prompter.expectInput("Duplicate Preset", std::string("Renamed 2"));
+        w<QPushButton>("DuplicateButton")->click();
+        QCOMPARE(lines(), (QStringList{"--Initialized--", "Renamed", "Renamed 2"}));
+
+        list->setCurrentRow(lines().indexOf("Renamed"));
+        t->prompter.expectMessage("About to Delete Preset", MessageAnswer::Yes);
+        w<QPushButton>("DeleteButton")->click();
+        QCOMPARE(lines(), (QStringList{"--Initialized--", "Renamed 2"}));
+        QVERIFY(t->prompter.done());
+    }
+
+    void clashDialogueIsAModalDialogWithItsButtons() {
+        QtPrompter prompter;
+        bool seen = false;
+        QTimer::singleShot(0, [&] {
+            QDialog* dialog = nullptr;
+            for (QWidget* top : QApplication::topLevelWidgets())
+                if (top->objectName() == "MemImageOrPoolChoiceForm" && top->isVisible()) dialog = qobject_cast<QDialog*>(top);
+            QVERIFY(dialog && dialog->isModal());
+            dialog->findChild<QLineEdit*>("NewNameText")->setText("Other Name");
+            dialog->findChild<QPushButton*>("RenameSysexButton")->click();
+            seen = true;
+        });
+        const ChoiceAnswer answer = prompter.choose(MemImageOrPoolChoiceRequest("How would you like...", ""));
+        QVERIFY(seen);
+        QCOMPARE(answer.button, static_cast<int>(ClashButton::RenameSysex));
+        QCOMPARE(answer.fields.at(0), std::string("Other Name"));
+    }
+
+    void saveAndLoadASysexFile() {
+        store("On Disk", 0);
+        form->reload();
+        w<QListWidget>("PoolList")->setCurrentRow(lines().indexOf("On Disk"));
+        const std::string path = t->dir.file("disk.syx");
+        t->prompter.expectSaveFile("Save Preset to Sysex or Tavlo Format File", path);
+        w<QPushButton>("SavePresetSysexButton")->click();
+        QVERIFY(QFileInfo::exists(QString::fromStdString(path)));
+
+        w<QListWidget>("PoolList")->setCurrentRow(lines().indexOf("On Disk"));
+        t->prompter.expectMessage("About to Delete Preset", MessageAnswer::Yes);
+        w<QPushButton>("DeleteButton")->click();
+        QVERIFY(!lines().contains("On Disk"));
+
+        t->prompter.expectOpenFile("Get Preset from File (Tavlo Format or Sysex File)", path);
+        w<QPushButton>("LoadPresetSysexButton")->click();
+        QVERIFY(lines().contains("On Disk"));
+        QVERIFY(t->prompter.done());
+    }
 
 private:
     std::int64_t store(const std::string& name, int scenes);
@@ -42,20 +122,6 @@ private:
     std::unique_ptr<TestProgram> t;
     std::unique_ptr<PoolForm> form;
 };
-
-void PoolFormTest::init() {
-    t = std::make_unique<TestProgram>();
-    (*t)->editor.ProgramInit = false;
-    form = std::make_unique<PoolForm>(**t);
-    root = form.get();
-    form->reload();
-    form->show();
-}
-
-void PoolFormTest::cleanup() {
-    form.reset();
-    t.reset();
-}
 
 std::int64_t PoolFormTest::store(const std::string& name, int scenes) {
     Program& s = **t;
@@ -74,112 +140,6 @@ QStringList PoolFormTest::lines() const {
     auto* list = w<QListWidget>("PoolList");
     for (int i = 0; i < list->count(); ++i) out << list->item(i)->text();
     return out;
-}
-
-void PoolFormTest::showsThePoolInBothOrders() {
-    const std::int64_t id = store("Zed", 0);
-    store("Alpha", 0);
-    (*t)->pool.db().prepare("INSERT INTO MakeModelAssocRec (PresetREF, Make, Model) VALUES (:ID, 'Korg', 'M1')")
-        .bind(":ID", id)
-        .run();
-    form->reload();
-    QCOMPARE(lines(), (QStringList{"--Initialized--", "Alpha", "Zed"}));
-    w<QRadioButton>("OrderOption_0")->click();
-    const QString pad(10, ' ');
-    QCOMPARE(lines(), (QStringList{"> UNASSOCIATED ", pad + "--Initialized--", pad + "Alpha", "> Korg M1", pad + "Zed"}));
-    w<QRadioButton>("OrderOption_1")->click();
-    QCOMPARE(lines().size(), 3);
-}
-
-void PoolFormTest::selectingALineShowsItsDetails() {
-    store("Detailed", 2);
-    form->reload();
-    auto* list = w<QListWidget>("PoolList");
-    QCOMPARE(w<QLabel>("MemLabel")->text(), QString("Memory Used: 0"));
-    list->setCurrentRow(lines().indexOf("Detailed"));
-    QCOMPARE(w<QLabel>("MemLabel")->text(), QString("Memory Used: 8"));
-    QCOMPARE(w<QListWidget>("SceneList")->count(), 2);
-    QVERIFY(w<QLineEdit>("CreatedDateText")->text().contains(QRegularExpression("^\\d\\d/\\d\\d/\\d{4}$")));
-    QVERIFY(w<QLineEdit>("CreatedDateText")->isReadOnly());
-    QVERIFY(!w<QListWidget>("MIsUsingList")->isVisible());
-    list->setCurrentRow(0);
-    QCOMPARE(w<QLabel>("MemLabel")->text(), QString("Fixed System Preset"));
-    w<QPushButton>("ShowMIsUseButton")->click();
-    QVERIFY(w<QListWidget>("MIsUsingList")->isVisible());
-    QCOMPARE(w<QListWidget>("MIsUsingList")->count(), 50);
-}
-
-void PoolFormTest::renameDuplicateAndDeleteThroughTheButtons() {
-    store("Source", 1);
-    form->reload();
-    auto* list = w<QListWidget>("PoolList");
-    list->setCurrentRow(lines().indexOf("Source"));
-
-    t->prompter.expectInput("Rename Preset", std::string("Renamed"));
-    w<QPushButton>("RenameButton")->click();
-    QCOMPARE(lines(), (QStringList{"--Initialized--", "Renamed"}));
-    QCOMPARE(list->currentItem()->text(), QString("Renamed"));
-
-    t->prompter.expectInput("Duplicate Preset", std::string("Renamed 2"));
-    w<QPushButton>("DuplicateButton")->click();
-    QCOMPARE(lines(), (QStringList{"--Initialized--", "Renamed", "Renamed 2"}));
-
-    list->setCurrentRow(lines().indexOf("Renamed"));
-    t->prompter.expectMessage("About to Delete Preset", MessageAnswer::Yes);
-    w<QPushButton>("DeleteButton")->click();
-    QCOMPARE(lines(), (QStringList{"--Initialized--", "Renamed 2"}));
-    QVERIFY(t->prompter.done());
-    QCOMPARE(t->prompter.seen().size(), std::size_t{3});
-}
-
-void PoolFormTest::buttonsThatWaitForOtherWindowsAreDisabled() {
-    for (const char* name : {"CompareLeftButton", "CompareRightButton", "SendToMemImageButton"})
-        QVERIFY2(!w<QPushButton>(name)->isEnabled(), name);
-    QCOMPARE(w<QPushButton>("DeleteButton")->text(), QString("Delete Preset from Pool"));
-    QCOMPARE(w<QRadioButton>("OrderOption_0")->text(), QString("Order by Associated Device"));
-}
-
-void PoolFormTest::clashDialogueIsAModalDialogWithItsButtons() {
-    QtPrompter prompter;
-    bool seen = false;
-    QTimer::singleShot(0, [&] {
-        QDialog* dialog = nullptr;
-        for (QWidget* top : QApplication::topLevelWidgets())
-            if (top->objectName() == "MemImageOrPoolChoiceForm" && top->isVisible()) dialog = qobject_cast<QDialog*>(top);
-        QVERIFY(dialog);
-        QVERIFY(dialog->isModal());
-        for (const char* name : {"KeepPoolButton", "UseDownloadedButton", "RenamePoolButton", "RenameSysexButton",
-                                 "KeepALLPoolButton", "KeepALLSysexButton"})
-            QVERIFY2(dialog->findChild<QPushButton*>(name)->isEnabled(), name);
-        QVERIFY(!dialog->findChild<QPushButton*>("CompareButton")->isEnabled());
-        dialog->findChild<QLineEdit*>("NewNameText")->setText("Other Name");
-        dialog->findChild<QPushButton*>("RenameSysexButton")->click();
-        seen = true;
-    });
-    const ChoiceAnswer answer = prompter.choose(MemImageOrPoolChoiceRequest("How would you like...", ""));
-    QVERIFY(seen);
-    QCOMPARE(answer.button, static_cast<int>(ClashButton::RenameSysex));
-    QCOMPARE(answer.fields.at(0), std::string("Other Name"));
-}
-
-void PoolFormTest::saveAndLoadASysexFile() {
-    store("On Disk", 0);
-    form->reload();
-    w<QListWidget>("PoolList")->setCurrentRow(lines().indexOf("On Disk"));
-    const std::string path = t->dir.file("disk.syx");
-    t->prompter.expectSaveFile("Save Preset to Sysex or Tavlo Format File", path);
-    w<QPushButton>("SavePresetSysexButton")->click();
-    QVERIFY(QFileInfo::exists(QString::fromStdString(path)));
-
-    w<QListWidget>("PoolList")->setCurrentRow(lines().indexOf("On Disk"));
-    t->prompter.expectMessage("About to Delete Preset", MessageAnswer::Yes);
-    w<QPushButton>("DeleteButton")->click();
-    QVERIFY(!lines().contains("On Disk"));
-
-    t->prompter.expectOpenFile("Get Preset from File (Tavlo Format or Sysex File)", path);
-    w<QPushButton>("LoadPresetSysexButton")->click();
-    QVERIFY(lines().contains("On Disk"));
-    QVERIFY(t->prompter.done());
 }
 
 QTEST_MAIN(PoolFormTest)

@@ -20,15 +20,6 @@ struct CopyPasteTest : ::testing::Test {
     WorkingPreset& preset() { return t->editor.preset; }
 };
 
-MessageSubstring substring(int type, int channel, std::string entered, std::string item) {
-    MessageSubstring s;
-    s.CommandType = static_cast<std::int16_t>(type);
-    s.CommandChannel = static_cast<std::int16_t>(channel);
-    s.EnteredString = std::move(entered);
-    s.ListItem = std::move(item);
-    return s;
-}
-
 TEST_F(CopyPasteTest, PasteGoesToTheKindHeld) {
     ClickFader(editor(), 2);
     preset().Faders[2].Function = 1;
@@ -36,7 +27,6 @@ TEST_F(CopyPasteTest, PasteGoesToTheKindHeld) {
     preset().FaderStrings[2].Count = 1;
     CopyControl(editor());
     EXPECT_EQ(editor().PasteButtonCaption, "Paste Fader 3");
-    EXPECT_EQ(editor().Clipboard.ButtonFunction, kClipboardEmptyFunction);
 
     // With a button selected, the fader on the clipboard still lands on the
     // selected fader, never on the button.
@@ -46,7 +36,6 @@ TEST_F(CopyPasteTest, PasteGoesToTheKindHeld) {
     EXPECT_EQ(preset().Faders[9].Name, "Cut");
     EXPECT_EQ(preset().FaderStrings[9].Count, 1);
     EXPECT_EQ(preset().Buttons[0].Function, 0);
-    EXPECT_EQ(editor().FaderLabel[9], "Cut  (cc)");
 }
 
 TEST_F(CopyPasteTest, OverwritingAControlWithAFunctionAsks) {
@@ -110,11 +99,9 @@ TEST_F(CopyPasteTest, MoveSwapsWithTheNeighbourAndStopsAtTheEnds) {
     ClickButton(editor(), 0);
     MoveControlDown(editor());
     EXPECT_EQ(preset().Buttons[0].Name, "B0");
-    EXPECT_EQ(editor().CurrentButton, 0);
     ClickButton(editor(), 5);
     preset().ButtonStrings2[5].Count = 2;
     MoveControlDown(editor());
-    EXPECT_EQ(preset().Buttons[4].Name, "B5");
     EXPECT_EQ(preset().Buttons[5].Name, "B4");
     EXPECT_EQ(preset().ButtonStrings2[4].Count, 2);
     EXPECT_EQ(editor().CurrentButton, 4);
@@ -126,7 +113,6 @@ TEST_F(CopyPasteTest, MoveSwapsWithTheNeighbourAndStopsAtTheEnds) {
     preset().Faders[16].Value = 77;
     MoveControlUp(editor());
     EXPECT_EQ(preset().Faders[17].Value, 77);
-    EXPECT_EQ(editor().CurrentFader, 17);
     MoveControlUp(editor());
     EXPECT_EQ(editor().CurrentFader, 17);
 }
@@ -164,122 +150,83 @@ TEST_F(CopyPasteTest, DragOfAFaderCopiesItOntoTheTarget) {
     EXPECT_TRUE(t->editor.DragType.empty());
 }
 
-TEST(SpreadOptions, CaptionsBySourceFunction) {
-    struct Case {
-        bool button;
-        int function;
-        const char* option0;
-        const char* option1;  // nullptr: hidden
-    };
-    const Case cases[] = {
-        {false, 0, "Make all the Same (OFF)", nullptr},
-        {false, 1, "Spread across Channels", "Spread across CCs"},
-        {false, 3, "Make all the Same (MIDI String)", "Spread across Channels within MIDI Strings"},
-        {true, 0, "Make all the Same (OFF)", nullptr},
-        {true, 1, "Make all the Same (MUTE)", nullptr},
-        {true, 2, "Make all the Same (SOLO)", nullptr},
-        {true, 3, "Spread across Channels", "Spread across Program Change"},
-        {true, 4, "Spread across Channels", "Spread across Note Number"},
-        {true, 5, "Make all the Same (MIDI String)", "Spread across Channels within MIDI Strings"},
-        {true, 6, "Make all the Same (Press/Release String)", "Spread across Channels within MIDI Strings"},
-        {true, 7, "Make all the Same (Toggle String)", "Spread across Channels within MIDI Strings"},
-        {true, 8, "Make all the Same (SF)", nullptr},
-        {true, 9, "Make all the Same (SS)", nullptr},
-    };
-    for (const auto& c : cases) {
-        const auto options = SpreadOptionsFor(c.button, c.function);
-        ASSERT_TRUE(options) << c.function;
-        EXPECT_EQ(options->option0, c.option0);
-        EXPECT_EQ(options->option1.has_value(), c.option1 != nullptr);
-        if (c.option1) {
-            EXPECT_EQ(*options->option1, c.option1);
-        }
-    }
+// Which spreads a source offers; the captions are the form's own texts.
+TEST(SpreadOptions, BySourceFunction) {
+    EXPECT_FALSE(SpreadOptionsFor(false, 0)->option1) << "Off can only be made the same";
+    EXPECT_EQ(*SpreadOptionsFor(true, 4)->option1, "Spread across Note Number");
+    EXPECT_EQ(*SpreadOptionsFor(true, 6)->option1, "Spread across Channels within MIDI Strings");
     EXPECT_FALSE(SpreadOptionsFor(false, 2)) << "a Master Fader has no spread";
 }
 
-TEST_F(CopyPasteTest, SpreadLines) {
-    preset().Faders[16].Name = "Pedal";
-    EXPECT_EQ(SpreadLine(editor(), false, 0), "Fader #1 (<no name>)");
-    EXPECT_EQ(SpreadLine(editor(), false, 16), "CV #1 (Pedal)");
-    EXPECT_EQ(SpreadLine(editor(), true, 11), "Button #12 (<no name>)");
-}
-
-TEST_F(CopyPasteTest, SpreadAcrossChannelsCutsAtOneAndSixteen) {
-    FaderDef& source = preset().Faders[4];
-    source.Function = 1;
-    source.Channel = 3;
-    source.CCNum = 7;
-    source.Name = "Vol";
-    const FaderDef before = source;
-    ApplySpread(editor(), false, 4, 0, 7, 0);
-    EXPECT_EQ(preset().Faders[0].Channel, 1);
-    EXPECT_EQ(preset().Faders[1].Channel, 1);
-    EXPECT_EQ(preset().Faders[7].Channel, 6);
-    EXPECT_EQ(preset().Faders[7].CCNum, 7);
-    EXPECT_EQ(preset().Faders[7].Name, "Vol");
-    EXPECT_EQ(preset().Faders[8].Function, 0) << "beyond To";
-    EXPECT_EQ(preset().Faders[4], before) << "the source never changes";
-    EXPECT_EQ(editor().FaderLabel[7], "Vol  (cc)");
-}
-
-TEST_F(CopyPasteTest, SpreadAcrossControllersCutsAt120) {
-    FaderDef& source = preset().Faders[0];
-    source.Function = 1;
-    source.CCNum = 118;
-    source.Channel = 2;
-    ApplySpread(editor(), false, 0, 0, 5, 1);
-    EXPECT_EQ(preset().Faders[2].CCNum, 120);
-    EXPECT_EQ(preset().Faders[5].CCNum, 120);
-    EXPECT_EQ(preset().Faders[1].CCNum, 119);
-    EXPECT_EQ(preset().Faders[5].Channel, 2);
+// Spreading steps one field by the distance from the source and cuts it at
+// that field's limits: channels at 1 and ChOut, controllers at 120, notes at 127.
+TEST_F(CopyPasteTest, SpreadStepsAndCutsAtTheLimits) {
+    struct Case {
+        bool button;
+        int function, source, from, to, option, start;
+        int at, expected;
+    };
+    const Case cases[] = {
+        {false, 1, 4, 0, 7, 0, 3, 0, 1},     {false, 1, 4, 0, 7, 0, 3, 7, 6},
+        {false, 1, 0, 0, 5, 1, 118, 1, 119}, {false, 1, 0, 0, 5, 1, 118, 5, 120},
+        {true, 4, 2, 0, 4, 1, 126, 0, 124},  {true, 4, 2, 0, 4, 1, 126, 4, 127},
+        {true, 4, 2, 0, 4, 0, 15, 4, 16},    {true, 4, 2, 0, 4, 0, 15, 0, 13},
+    };
+    for (const auto& c : cases) {
+        preset() = WorkingPreset{};
+        int copied = 0;
+        if (c.button) {
+            ButtonDef& b = preset().Buttons[c.source];
+            b.Function = static_cast<std::int16_t>(c.function);
+            (c.option ? b.Note : b.Channel) = static_cast<std::int16_t>(c.start);
+            ApplySpread(editor(), true, c.source, c.from, c.to, c.option);
+            const ButtonDef& got = preset().Buttons[c.at];
+            copied = c.option ? got.Note : got.Channel;
+        } else {
+            FaderDef& f = preset().Faders[c.source];
+            f.Function = static_cast<std::int16_t>(c.function);
+            f.Name = "Vol";
+            (c.option ? f.CCNum : f.Channel) = static_cast<std::int16_t>(c.start);
+            const FaderDef before = f;
+            ApplySpread(editor(), false, c.source, c.from, c.to, c.option);
+            const FaderDef& got = preset().Faders[c.at];
+            copied = c.option ? got.CCNum : got.Channel;
+            EXPECT_EQ(got.Name, "Vol");
+            EXPECT_EQ(preset().Faders[c.source], before) << "the source never changes";
+            EXPECT_EQ(preset().Faders[c.to + 1].Function, 0) << "beyond To";
+        }
+        EXPECT_EQ(copied, c.expected) << "from " << c.start << " to line " << c.at;
+    }
     ApplySpread(editor(), false, 0, 9, 3, 1);  // From above To: nothing
     EXPECT_EQ(preset().Faders[9].Function, 0);
-}
-
-TEST_F(CopyPasteTest, SpreadOfButtonsStepsProgramsAndNotes) {
-    ButtonDef& source = preset().Buttons[2];
-    source.Function = 4;
-    source.Note = 126;
-    source.Channel = 15;
-    ApplySpread(editor(), true, 2, 0, 4, 1);
-    EXPECT_EQ(preset().Buttons[0].Note, 124);
-    EXPECT_EQ(preset().Buttons[4].Note, 127);
-    EXPECT_EQ(preset().Buttons[4].Channel, 15);
-    ApplySpread(editor(), true, 2, 0, 4, 0);
-    EXPECT_EQ(preset().Buttons[4].Channel, 16) << "channels cut at ChOut";
-    EXPECT_EQ(preset().Buttons[0].Channel, 13);
-    source.Function = 0;
+    preset().Buttons[2].Function = 0;  // an Off source clears the strings
     preset().ButtonStrings1[3].Count = 4;
     ApplySpread(editor(), true, 2, 3, 3, 0);
-    EXPECT_EQ(preset().Buttons[3].Function, 0);
     EXPECT_EQ(preset().ButtonStrings1[3].Count, 0);
+    preset().Faders[16].Name = "Pedal";
+    EXPECT_EQ(SpreadLine(editor(), false, 16), "CV #1 (Pedal)");
+    EXPECT_EQ(SpreadLine(editor(), true, 11), "Button #12 (<no name>)");
 }
 
 TEST_F(CopyPasteTest, SpreadWithinStringsMovesChannelsButNotGlobalOnes) {
     ButtonDef& source = preset().Buttons[0];
     source.Function = 5;
     MessageStringSet& set = preset().ButtonStrings1[0];
-    set.Slots[0] = substring(0, 2, "92 3C 7F", "92 3C 7F  (noteon)");
-    set.Slots[1] = substring(3, 16, "B0-gc 07 64", "B0-gc 07 64  (ctrlch)");
-    set.Slots[2] = substring(7, 16, "F0 41 F7", "F0 41 F7  (sysex)");
+    set.Slots[0] = {.CommandType = 0, .CommandChannel = 2, .EnteredString = "92 3C 7F", .ListItem = "92 3C 7F  (noteon)"};
+    set.Slots[1] = {.CommandType = 3, .EnteredString = "B0-gc 07 64", .ListItem = "B0-gc 07 64  (ctrlch)"};
+    set.Slots[2] = {.CommandType = 7, .EnteredString = "F0 41 F7", .ListItem = "F0 41 F7  (sysex)"};
     set.Count = 3;
     ApplySpread(editor(), true, 0, 0, 2, 1);
     const MessageStringSet& spread = preset().ButtonStrings1[2];
     EXPECT_EQ(spread.Slots[0].CommandChannel, 4);
-    EXPECT_EQ(spread.Slots[0].EnteredString, "94 3C 7F");
     EXPECT_EQ(spread.Slots[0].ListItem, "94 3C 7F  (noteon)");
-    EXPECT_EQ(spread.Slots[1].EnteredString, "B0-gc 07 64");
     EXPECT_EQ(spread.Slots[1].CommandChannel, 16);
-    EXPECT_EQ(spread.Slots[2].EnteredString, "F0 41 F7");
-    EXPECT_EQ(spread.Count, 3);
     EXPECT_EQ(preset().Buttons[2].String1, "94 3C 7F B0-gc 07 64 F0 41 F7");
     EXPECT_EQ(preset().ButtonStrings1[0].Slots[0].EnteredString, "92 3C 7F") << "source unchanged";
 
     // Channel 15 stays at 15 (cut).
     set.Slots[0].CommandChannel = 14;
     ApplySpread(editor(), true, 0, 0, 3, 1);
-    EXPECT_EQ(preset().ButtonStrings1[3].Slots[0].CommandChannel, 15);
     EXPECT_EQ(preset().ButtonStrings1[3].Slots[0].EnteredString, "9F 3C 7F");
 }
 
