@@ -96,26 +96,19 @@ void WriteSetupChannelDefaults(Database& db, const WorkingPreset& preset) {
     transaction.commit();
 }
 
+// "SetupChannel07" = "001:000:005:101": Bank, BankIsMSB, ProgChange, Volume.
 void ApplySetupChannelDefaults(Database& db, WorkingPreset& preset) {
-    Statement query = db.prepare("SELECT * FROM DefaultsTable WHERE Field LIKE 'SetupChannel%' ORDER BY Field");
-    while (query.step()) {
-        const std::string field = query.getText("Field");
-        const int channel = static_cast<int>(ParameterText::LeadingNumber(field.substr(std::min<size_t>(12, field.size())))) - 1;
-        if (channel < 0 || channel >= kSetupChannelCount) continue;
-        const std::string value = query.getText("Value");
-        int parts[4] = {0, 0, 0, 0};
-        size_t start = 0;
-        for (int k = 0; k < 4; ++k) {
-            const size_t colon = value.find(':', start);
-            parts[k] = std::clamp(static_cast<int>(ParameterText::LeadingNumber(value.substr(start, colon - start))), 0, 129);
-            if (colon == std::string::npos) break;
-            start = colon + 1;
-        }
-        SetupChannelDef& c = preset.SetupChannels[channel];
-        c.Bank = static_cast<std::int16_t>(parts[0]);
-        c.BankIsMSB = static_cast<std::int16_t>(parts[1]);
-        c.ProgChange = static_cast<std::int16_t>(parts[2]);
-        c.Volume = static_cast<std::int16_t>(parts[3]);
+    Statement rows = db.prepare("SELECT Field, Value FROM DefaultsTable WHERE Field LIKE 'SetupChannel%' ORDER BY Field");
+    while (rows.step()) {
+        const std::string field = rows.getText("Field");
+        int channel = 0;
+        if (std::sscanf(field.c_str() + 12, "%2d", &channel) != 1 || channel < 1 || channel > kSetupChannelCount)
+            continue;
+        int bank = 0, msb = 0, program = 0, volume = 0;
+        const std::string value = rows.getText("Value");
+        if (std::sscanf(value.c_str(), "%d:%d:%d:%d", &bank, &msb, &program, &volume) != 4) continue;
+        auto fit = [](int v) { return static_cast<std::int16_t>(v < 0 ? 0 : v > 129 ? 129 : v); };
+        preset.SetupChannels[channel - 1] = {fit(bank), fit(msb), fit(program), fit(volume)};
     }
 }
 
@@ -154,29 +147,41 @@ void WriteSetupStringDefault(Database& db, const WorkingPreset& preset) {
     transaction.commit();
 }
 
+// "SetupString" = the string's text, ": " and its substring count; the
+// substrings are the rows of MessageStringRec of MapType 'D'.
 bool ApplySetupStringDefault(Database& db, WorkingPreset& preset) {
     Statement row = db.prepare("SELECT Value FROM DefaultsTable WHERE Field = 'SetupString'");
     if (!row.step()) return false;
-    std::string text = row.getText("Value");
-    const auto colon = text.rfind(": ");
-    if (colon != std::string::npos) text = text.substr(0, colon);
-    preset.SetupStrings.clear();
-    Statement query = db.prepare("SELECT * FROM MessageStringRec WHERE MapType = 'D' ORDER BY \"Index\"");
-    int slot = 0;
-    while (query.step() && slot < kSubstringLimit) {
-        MessageSubstring& s = preset.SetupStrings.Slots[slot++];
-        s.CommandType = static_cast<std::int16_t>(query.getInt("CommandType"));
-        s.CommandChannel = static_cast<std::int16_t>(query.getInt("CommandChannel"));
-        s.ListItem = query.getText("ListItem");
-        s.EnteredString = query.getText("EnteredString");
-        s.OwnCheck = static_cast<std::int16_t>(query.getInt("OwnCheck"));
-        s.SysexMake = query.getText("SysexMake");
-        s.SysexModel = query.getText("SysexModel");
-        s.Value1 = static_cast<std::int16_t>(query.getInt("Value1"));
-        s.Value2 = static_cast<std::int16_t>(query.getInt("Value2"));
+    const std::string value = row.getText("Value");
+    const auto colon = value.rfind(": ");
+    int count = 0;
+    if (colon == std::string::npos) {
+        preset.SetupString = MSBModule::Trim(value);
+    } else {
+        preset.SetupString = MSBModule::Trim(value.substr(0, colon));
+        std::sscanf(value.c_str() + colon + 2, "%d", &count);
     }
-    preset.SetupStrings.Count = static_cast<std::int16_t>(slot);
-    preset.SetupString = MSBModule::Trim(text);
+    if (count < 0) count = 0;
+    if (count > kSubstringLimit) count = kSubstringLimit;
+    preset.SetupStrings.clear();
+    Statement parts = db.prepare("SELECT * FROM MessageStringRec WHERE MapType = 'D' ORDER BY \"Index\", ID");
+    int filled = 0;
+    while (parts.step()) {
+        const int index = static_cast<int>(parts.getInt("Index"));
+        if (index < 0 || index >= count) continue;
+        MessageSubstring& s = preset.SetupStrings.Slots[index];
+        s.CommandType = static_cast<std::int16_t>(parts.getInt("CommandType"));
+        s.CommandChannel = static_cast<std::int16_t>(parts.getInt("CommandChannel"));
+        s.Value1 = static_cast<std::int16_t>(parts.getInt("Value1"));
+        s.Value2 = static_cast<std::int16_t>(parts.getInt("Value2"));
+        s.SysexMake = parts.getText("SysexMake");
+        s.SysexModel = parts.getText("SysexModel");
+        s.EnteredString = parts.getText("EnteredString");
+        s.ListItem = parts.getText("ListItem");
+        s.OwnCheck = static_cast<std::int16_t>(parts.getInt("OwnCheck"));
+        filled = std::max(filled, index + 1);
+    }
+    preset.SetupStrings.Count = static_cast<std::int16_t>(filled);
     return true;
 }
 
