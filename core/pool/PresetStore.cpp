@@ -50,7 +50,7 @@ bool sendSceneWithoutScene(const WorkingPreset& preset) {
 
 enum class Outcome { Stop, KeepPool, Write };
 
-// Step 4 with a download: the blank-named preset gets a name from the user.
+// In a download, a preset without a name gets one from the user.
 // False when the user gave none (a cancelled input box ends the download's
 // question, and the preset is not stored).
 bool nameBlankDownload(const PoolContext& session) {
@@ -153,7 +153,7 @@ std::string setupChannelMap(const WorkingPreset& preset) {
     return map;
 }
 
-// Step 10: which setup scene the row records.
+// Which setup scene the row records.
 void setupSceneOfRow(const PoolContext& session, std::string& scene, std::int64_t& scenePreset) {
     const EditorState& editor = session.editor;
     const std::string comboText = editor.SelectPresetSceneCombo.text();
