@@ -1,5 +1,7 @@
 #include "pool/EditorStoreQuestions.h"
 
+#include <string>
+
 #include "base/MSBModule.h"
 #include "editor/EditorState.h"
 #include "editor/ImageSlots.h"
@@ -61,35 +63,41 @@ bool StoreEditsFirst(const PoolContext& session) {
     return askAndStore(session);
 }
 
-bool EditorQueryClose(const PoolContext& session) {
-    EditorState& editor = session.editor;
-    if (unsavedWork(editor)) {
-        if (session.memImage.MemoryImageBound) {
-            if (!storeOnClose(session)) return false;
-        } else {
-            const MessageAnswer answer =
-                session.prompter.message("Store Preset in Pool?", "Do you want to store this Preset in the Preset Pool?",
-                                         MessageButtons::YesNoCancel);
-            if (answer == MessageAnswer::Cancel) return false;
-            if (answer == MessageAnswer::Yes && !storeOnClose(session)) return false;
-        }
-    }
+namespace {
+
+// A Yes, No, Cancel question before the editor closes; Yes stores. False
+// when the editor must stay: Cancel, or a store that wants it kept open.
+bool askThenStoreOnClose(const PoolContext& session, const std::string& title, const std::string& text) {
+    const MessageAnswer answer = session.prompter.message(title, text, MessageButtons::YesNoCancel);
+    if (answer == MessageAnswer::Cancel) return false;
+    return answer != MessageAnswer::Yes || storeOnClose(session);
+}
+
+bool hideEditor(EditorState& editor) {
     editor.Visible = false;
     editor.notifyChanged();
     return true;
 }
 
+}  // namespace
+
+bool EditorQueryClose(const PoolContext& session) {
+    if (unsavedWork(session.editor)) {
+        const bool stays = session.memImage.MemoryImageBound
+                               ? !storeOnClose(session)
+                               : !askThenStoreOnClose(session, "Store Preset in Pool?",
+                                                      "Do you want to store this Preset in the Preset Pool?");
+        if (stays) return false;
+    }
+    return hideEditor(session.editor);
+}
+
 bool StoreBeforeQuit(const PoolContext& session) {
-    EditorState& editor = session.editor;
-    if (!editor.Visible || !unsavedWork(editor)) return true;
-    const MessageAnswer answer =
-        session.prompter.message("Store Preset to Pool", "Do you want to store this Preset to the Pool before closing the window?",
-                                 MessageButtons::YesNoCancel);
-    if (answer == MessageAnswer::Cancel) return false;
-    if (answer == MessageAnswer::Yes && !storeOnClose(session)) return false;
-    editor.Visible = false;
-    editor.notifyChanged();
-    return true;
+    if (!session.editor.Visible || !unsavedWork(session.editor)) return true;
+    if (!askThenStoreOnClose(session, "Store Preset to Pool",
+                             "Do you want to store this Preset to the Pool before closing the window?"))
+        return false;
+    return hideEditor(session.editor);
 }
 
 }  // namespace tavlo
