@@ -42,6 +42,18 @@ TEST(EditorRules, ControlNamesTakeTwelveCharacters) {
     EXPECT_EQ(editor.preset.Buttons[0].Name, "ABCDEFGHIJKL");
 }
 
+// A fader back to its defaults sends on channel 1, not on the global channel
+// a new preset's faders start with.
+TEST(EditorRules, InitFaderSetsChannelOne) {
+    TestProgram t;
+    EditorState& editor = t->editor;
+    editor.preset.Faders[4].Function = 1;
+    editor.preset.Faders[4].Channel = 9;
+    InitFader(editor, 4);
+    EXPECT_EQ(editor.preset.Faders[4].Channel, 1);
+    EXPECT_EQ(editor.preset.Faders[4].Function, 0);
+}
+
 TEST(EditorRules, ThePasteQuestionNamesACVAsAFader) {
     TestProgram t;
     EditorState& editor = t->editor;
