@@ -11,6 +11,7 @@
 #include "editor/ImageSlots.h"
 #include "db/PoolDatabase.h"
 #include "ui/Prompter.h"
+#include "pool/PoolErrors.h"
 
 namespace tavlo {
 
@@ -58,8 +59,7 @@ void DeleteButton(const PoolContext& session) {
     try {
         DeletePresetRows(session, id);
     } catch (const DatabaseError& e) {
-        const PoolMessage message = DatabaseErrorMessage(e, session.pool.path());
-        session.prompter.message(message.title, message.text);
+        TellDatabaseError(session, e);
         return;
     }
     ReloadPoolList(session);

@@ -15,6 +15,7 @@
 #include "editor/ImageSlots.h"
 #include "db/PoolDatabase.h"
 #include "ui/Prompter.h"
+#include "pool/PoolErrors.h"
 
 namespace tavlo {
 
@@ -52,8 +53,7 @@ void DuplicateButton(const PoolContext& session) {
             return;
         }
     } catch (const DatabaseError& e) {
-        const PoolMessage message = DatabaseErrorMessage(e, session.pool.path());
-        session.prompter.message(message.title, message.text);
+        TellDatabaseError(session, e);
         return;
     }
     // The copy goes through the editor so that it gets every companion row,
@@ -82,8 +82,7 @@ void DuplicateButton(const PoolContext& session) {
             .run();
         transaction.commit();
     } catch (const DatabaseError& e) {
-        const PoolMessage message = DatabaseErrorMessage(e, session.pool.path());
-        session.prompter.message(message.title, message.text);
+        TellDatabaseError(session, e);
         return;
     }
     LoadPC1600xFormFromPool(session, copy);

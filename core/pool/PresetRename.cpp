@@ -13,6 +13,7 @@
 #include "editor/ImageSlots.h"
 #include "db/PoolDatabase.h"
 #include "ui/Prompter.h"
+#include "pool/PoolErrors.h"
 
 namespace tavlo {
 
@@ -58,8 +59,7 @@ void RenameButton(const PoolContext& session) {
             .run();
         transaction.commit();
     } catch (const DatabaseError& e) {
-        const PoolMessage message = DatabaseErrorMessage(e, session.pool.path());
-        session.prompter.message(message.title, message.text);
+        TellDatabaseError(session, e);
         return;
     }
     // The editor holding this preset stores it under the new name from now on.

@@ -20,6 +20,7 @@
 #include "editor/ImageSlots.h"
 #include "db/PoolDatabase.h"
 #include "ui/Prompter.h"
+#include "pool/PoolErrors.h"
 
 namespace tavlo {
 namespace {
@@ -422,8 +423,7 @@ void StoreInPoolButton(const PoolContext& session) {
         editor.notifyChanged();
         followUp(session, id);
     } catch (const DatabaseError& e) {
-        const PoolMessage message = DatabaseErrorMessage(e, session.pool.path());
-        session.prompter.message(message.title, message.text);
+        TellDatabaseError(session, e);
     }
 }
 
