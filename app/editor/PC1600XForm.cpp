@@ -15,7 +15,6 @@
 #include <QTimer>
 #include <cstdio>
 
-#include "editor/AllScenesForm.h"
 #include "editor/CopyPasteSpread.h"
 #include "pool/EditorStoreQuestions.h"
 #include "editor/EditorDefaults.h"
@@ -26,7 +25,6 @@
 #include "editor/ParameterText.h"
 #include "editor/Scenes.h"
 #include "editor/SetupInfo.h"
-#include "editor/SpreadForm.h"
 #include "base/MSBModule.h"
 #include "midistrings/StringEditForm.h"
 #include "midistrings/StringLearn.h"
@@ -646,22 +644,10 @@ void PC1600XForm::refreshSetupFrame() {
 
 void PC1600XForm::spread(bool button) {
     UpdateDefs();
-    const int source = button ? editor_.CurrentButton : editor_.CurrentFader;
-    const int function = button ? editor_.preset.Buttons[source].Function : editor_.preset.Faders[source].Function;
-    if (!SpreadOptionsFor(button, function)) return;
-    SpreadForm form(editor_, button, source, this);
-    // Only the Spread button spreads; Esc, Cancel and the close box change nothing.
-    if (form.exec() != QDialog::Accepted) return;
-    const SpreadForm::Result r = form.result();
-    ApplySpread(editor_, button, source, r.from, r.to, r.option);
+    SpreadSelectedControl(session_, button);
 }
 
-void PC1600XForm::otherScene(bool forButton) {
-    AllScenesForm form(session_, this);
-    if (!form.FillSceneList(editor_.preset.Name)) return;
-    form.exec();
-    if (form.chosen()) AddOtherScene(session_, forButton, *form.chosen());
-}
+void PC1600XForm::otherScene(bool forButton) { PickOtherScene(session_, forButton); }
 
 void PC1600XForm::dragTimerFired() {
     DragTimer->stop();

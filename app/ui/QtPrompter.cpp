@@ -15,6 +15,7 @@
 #include <QListWidget>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QStandardPaths>
 #include <QVBoxLayout>
 
@@ -157,13 +158,41 @@ ChoiceAnswer QtPrompter::choose(const ChoiceRequest& request) {
         label->setWordWrap(true);
         layout->addWidget(label);
     }
-    QListWidget* list = nullptr;
-    if (!request.listItems.empty()) {
-        list = new QListWidget;
-        list->setObjectName("ChoiceList");
-        for (const std::string& item : request.listItems) list->addItem(toQt(item));
-        list->setCurrentRow(request.listIndex);
-        layout->addWidget(list);
+
+    // Parts that follow the chosen option are switched whenever it changes.
+    std::vector<std::pair<QWidget*, int>> followers;
+    auto* options = new QButtonGroup(&dialog);
+    for (std::size_t i = 0; i < request.options.size(); ++i) {
+        auto* radio = new QRadioButton(toQt(request.options[i]));
+        radio->setObjectName(QStringLiteral("Option_%1").arg(i));
+        radio->setChecked(static_cast<int>(i) == request.option);
+        options->addButton(radio, static_cast<int>(i));
+        layout->addWidget(radio);
+    }
+
+    int chosen = -1;
+    std::vector<QListWidget*> lists;
+    if (!request.lists.empty()) {
+        auto* row = new QHBoxLayout;
+        for (const auto& spec : request.lists) {
+            auto* column = new QVBoxLayout;
+            if (!spec.label.empty()) column->addWidget(new QLabel(toQt(spec.label)));
+            auto* list = new QListWidget;
+            list->setObjectName(QString::fromStdString(spec.objectName));
+            for (const std::string& item : spec.items) list->addItem(toQt(item));
+            list->setCurrentRow(spec.index);
+            if (spec.doubleClickButton >= 0)
+                QObject::connect(list, &QListWidget::itemDoubleClicked, &dialog,
+                                 [&dialog, &chosen, button = spec.doubleClickButton] {
+                                     chosen = button;
+                                     dialog.finish();
+                                 });
+            column->addWidget(list);
+            row->addLayout(column);
+            lists.push_back(list);
+            if (spec.enabledByOption >= 0) followers.emplace_back(list, spec.enabledByOption);
+        }
+        layout->addLayout(row);
     }
     std::vector<QLineEdit*> fields;
     if (!request.fields.empty()) {
@@ -173,9 +202,16 @@ ChoiceAnswer QtPrompter::choose(const ChoiceRequest& request) {
             edit->setObjectName(QString::fromStdString(field.objectName));
             form->addRow(toQt(field.label), edit);
             fields.push_back(edit);
+            if (field.enabledByOption >= 0) followers.emplace_back(edit, field.enabledByOption);
         }
         layout->addLayout(form);
     }
+    const auto follow = [&followers, options] {
+        for (const auto& [widget, option] : followers) widget->setEnabled(options->checkedId() == option);
+    };
+    follow();
+    QObject::connect(options, &QButtonGroup::idClicked, &dialog, follow);
+
     std::vector<QCheckBox*> checks;
     for (const auto& check : request.checks) {
         auto* box = new QCheckBox(toQt(check.caption));
@@ -187,7 +223,6 @@ ChoiceAnswer QtPrompter::choose(const ChoiceRequest& request) {
     }
     auto* row = new QHBoxLayout;
     row->addStretch();
-    int chosen = -1;
     for (std::size_t i = 0; i < request.buttons.size(); ++i) {
         const auto& spec = request.buttons[i];
         auto* button = new QPushButton(toQt(spec.caption));
@@ -206,7 +241,10 @@ ChoiceAnswer QtPrompter::choose(const ChoiceRequest& request) {
     ChoiceAnswer answer;
     answer.button = chosen;
     for (QCheckBox* box : checks) answer.checks.push_back(box->isChecked());
-    answer.listIndex = list ? list->currentRow() : -1;
+    answer.option = options->checkedId();
+    for (QListWidget* list : lists) answer.lists.push_back(list->currentItem() && list->currentItem()->isSelected()
+                                                               ? list->currentRow()
+                                                               : -1);
     for (QLineEdit* edit : fields) answer.fields.push_back(fromQt(edit->text()));
     return answer;
 }

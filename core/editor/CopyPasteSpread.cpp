@@ -364,3 +364,27 @@ void ApplySpread(EditorState& editor, bool button, int source, int from, int to,
 }
 
 }  // namespace tavlo
+
+namespace tavlo {
+
+void SpreadSelectedControl(const EditorContext& session, bool button) {
+    EditorState& editor = session.editor;
+    const int source = button ? editor.CurrentButton : editor.CurrentFader;
+    const int function = button ? editor.preset.Buttons.at(source).Function : editor.preset.Faders.at(source).Function;
+    const std::optional<SpreadOptions> options = SpreadOptionsFor(button, function);
+    if (!options) return;
+    ChoiceRequest request;
+    request.dialogName = "SpreadForm";
+    request.title = button ? "Spread Button Functions" : "Spread Fader Functions";
+    request.options = {options->option0};
+    if (options->option1) request.options.push_back(*options->option1);
+    std::vector<std::string> lines;
+    for (int i = 0; i < (button ? kButtonCount : kFaderCount); ++i) lines.push_back(SpreadLine(editor, button, i));
+    request.lists = {{"FromList", "From:", lines, source}, {"ToList", "To:", lines, static_cast<int>(lines.size()) - 1}};
+    request.buttons = {{"SpreadButton", "&Spread"}, {"CancelButton", "C&ancel"}};
+    const ChoiceAnswer answer = session.prompter.choose(request);
+    if (answer.button != 0 || answer.lists.size() != 2 || answer.lists[0] < 0 || answer.lists[1] < 0) return;
+    ApplySpread(editor, button, source, answer.lists[0], answer.lists[1], answer.option == 1 ? 1 : 0);
+}
+
+}  // namespace tavlo

@@ -39,5 +39,9 @@ std::string SpreadLine(const EditorState& editor, bool button, int index);
 // skipped); option 0 or 1 as the dialog's option buttons say. From above To
 // does nothing.
 void ApplySpread(EditorState& editor, bool button, int source, int from, int to, int option);
+// SpreadFaderButton / SpreadButtonButton: asks over which controls, and
+// how, the selected control is spread ("SpreadForm"), then spreads it. Only
+// the Spread button spreads; Cancel, Esc and the close box change nothing.
+void SpreadSelectedControl(const EditorContext& session, bool button);
 
 }  // namespace tavlo

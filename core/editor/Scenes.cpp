@@ -400,3 +400,31 @@ void AddOtherScene(const EditorContext& session, bool forButton, std::int64_t sc
 }
 
 }  // namespace tavlo
+
+namespace tavlo {
+
+void PickOtherScene(const EditorContext& session, bool forButton) {
+    ListState scenes;
+    if (!FillSceneList(session, session.editor.preset.Name, scenes)) return;
+    ChoiceRequest request;
+    request.dialogName = "AllScenesForm";
+    request.title = "Scenes in the Preset Pool";
+    request.text = "Choose a Scene of another Preset:";
+    std::vector<std::string> lines;
+    for (const auto& line : scenes.lines()) lines.push_back(line.text);
+    request.lists = {{"SceneList", "", lines, -1, 0}};
+    request.buttons = {{"OKButton", "&OK"}, {"CancelButton", "C&ancel"}};
+    for (;;) {
+        const ChoiceAnswer answer = session.prompter.choose(request);
+        if (answer.button != 0) return;
+        const int line = answer.lists.empty() ? -1 : answer.lists[0];
+        if (line >= 0 && line < scenes.listCount()) {
+            AddOtherScene(session, forButton, scenes.itemData(line));
+            return;
+        }
+        session.prompter.message("Cannot Update Preset",
+                                 "No Scene has been selected.  Please choose one or click the CANCEL button.");
+    }
+}
+
+}  // namespace tavlo

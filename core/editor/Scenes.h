@@ -40,5 +40,9 @@ void ChooseSetupScene(EditorState& editor, int line);
 bool FillSceneList(const EditorContext& session, const std::string& excludedPreset, ListState& sceneList);
 // What the other-scene buttons do with the scene picked in AllScenesForm.
 void AddOtherScene(const EditorContext& session, bool forButton, std::int64_t sceneID);
+// BOtherSceneButton / SOtherSceneButton: the user picks a scene of another
+// preset ("AllScenesForm"); OK without a line is refused and asks again,
+// Cancel changes nothing.
+void PickOtherScene(const EditorContext& session, bool forButton);
 
 }  // namespace tavlo

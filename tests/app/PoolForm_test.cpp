@@ -11,10 +11,8 @@
 #include "db/PoolDatabase.h"
 #include "editor/EditorState.h"
 #include "editor/InitPreset.h"
-#include "pool/MemImageOrPoolChoiceForm.h"
 #include "pool/PoolForm.h"
 #include "pool/PresetStore.h"
-#include "ui/QtPrompter.h"
 
 using namespace tavlo;
 using namespace tavlo::testing;
@@ -75,24 +73,6 @@ private slots:
         w<QPushButton>("DeleteButton")->click();
         QCOMPARE(lines(), (QStringList{"--Initialized--", "Renamed 2"}));
         QVERIFY(t->prompter.done());
-    }
-
-    void clashDialogueIsAModalDialogWithItsButtons() {
-        QtPrompter prompter;
-        bool seen = false;
-        QTimer::singleShot(0, [&] {
-            QDialog* dialog = nullptr;
-            for (QWidget* top : QApplication::topLevelWidgets())
-                if (top->objectName() == "MemImageOrPoolChoiceForm" && top->isVisible()) dialog = qobject_cast<QDialog*>(top);
-            QVERIFY(dialog && dialog->isModal());
-            dialog->findChild<QLineEdit*>("NewNameText")->setText("Other Name");
-            dialog->findChild<QPushButton*>("RenameSysexButton")->click();
-            seen = true;
-        });
-        const ChoiceAnswer answer = prompter.choose(MemImageOrPoolChoiceRequest("How would you like...", ""));
-        QVERIFY(seen);
-        QCOMPARE(answer.button, static_cast<int>(ClashButton::RenameSysex));
-        QCOMPARE(answer.fields.at(0), std::string("Other Name"));
     }
 
     void saveAndLoadASysexFile() {

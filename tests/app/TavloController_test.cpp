@@ -19,6 +19,7 @@
 #include "editor/EditorState.h"
 #include "editor/InitPreset.h"
 #include "pool/PresetStore.h"
+#include "preset/PristinePreset.h"
 #include "pool/PresetSysexFile.h"
 #include "shell/TavloController.h"
 #include "shell/TavloProgram.h"
@@ -200,6 +201,29 @@ private slots:
         QCOMPARE(qt.saveFile(request), std::optional<std::string>(chosen.toStdString()));
         QCOMPARE(qt.fileDialog(request, QFileDialog::AcceptSave)->directory().absolutePath(),
                  QString::fromStdString(dir.path().string()));
+    }
+
+    void closingTheMainWindowAsksAboutTheEditorsPreset() {
+        TempDir dir;
+        ScriptedPrompter prompter;
+        TavloProgram program(prompter);
+        QVERIFY(program.start(dir.file("Tavlo.mdb")));
+        program.controller()->show();
+        EditorState& editor = program.program().editor;
+        editor.preset.Name = "Unsaved";
+        UpdateINITData(editor);
+        editor.preset.Notes = "edited";
+        editor.Visible = true;
+        const char* question = "Do you want to store this Preset to the Pool before closing the window?";
+        prompter.expectMessage("Store Preset to Pool", question, MessageAnswer::Cancel);
+        QVERIFY(!program.controller()->close());
+        QVERIFY(program.program().pool.isOpen());
+        prompter.expectMessage("Store Preset to Pool", question, MessageAnswer::Yes);
+        QVERIFY(program.controller()->close());
+        QVERIFY(prompter.done());
+        PoolDatabase reopened;
+        QVERIFY(reopened.open(dir.file("Tavlo.mdb")).ok());
+        QCOMPARE(reopened.db().queryInt("SELECT COUNT(*) FROM PresetRec WHERE Name = 'Unsaved'"), 1);
     }
 
     void anExceptionInAnEventHandlerIsToldAndTheProgramGoesOn() {

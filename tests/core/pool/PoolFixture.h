@@ -67,7 +67,7 @@ public:  // open to the table rows of the tests
     // Answers the next name-clash dialogue by pressing `button` with `newName` typed.
     void answerClash(ClashButton button, const std::string& newName = {}) {
         prompter.expectChoice("MemImageOrPoolChoiceForm", [button, newName](const ChoiceRequest&) {
-            return ChoiceAnswer{.button = static_cast<int>(button), .checks = {}, .listIndex = -1, .fields = {newName}};
+            return ChoiceAnswer{.button = static_cast<int>(button), .fields = {newName}};
         });
     }
     // Makes button `button` of stored preset `owner` send scene `scene` of `target`.

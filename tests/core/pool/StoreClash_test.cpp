@@ -24,7 +24,7 @@ public:
                       "How would you like to resolve the duplicate Preset Name 'Clash' found in the Pool which "
                       "matches the one you've got from your PC1600(x)?");
             EXPECT_FALSE(request.buttons.at(static_cast<int>(ClashButton::Compare)).enabled);
-            return ChoiceAnswer{.button = static_cast<int>(button), .checks = {}, .listIndex = -1, .fields = {newName}};
+            return ChoiceAnswer{.button = static_cast<int>(button), .fields = {newName}};
         });
     }
     std::string faderName(std::int64_t id) {
