@@ -40,7 +40,7 @@ void fillCombo(QComboBox* combo, const ListState& list) {
 }  // namespace
 
 StringEditForm::StringEditForm(Program& session, QWidget* parent)
-    : QDialog(parent), session_(session), ui_(std::make_unique<Ui::StringEditForm>()) {
+    : QDialog(parent), session_(session), state_(session.stringEdit), ui_(std::make_unique<Ui::StringEditForm>()) {
     ui_->setupUi(this);
     setFixedSize(size());
     setModal(true);

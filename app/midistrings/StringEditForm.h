@@ -42,7 +42,7 @@ private:
     void connectControls();
 
     Program& session_;
-    StringEditState state_;
+    StringEditState& state_;  // the program's: it outlives the window
     std::unique_ptr<Ui::StringEditForm> ui_;
     LabelDefaults* labelDefaults_ = nullptr;
     LearnMessages* learnPort_ = nullptr;

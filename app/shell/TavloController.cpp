@@ -117,43 +117,18 @@ QMdiArea* TavloController::mdiArea() const { return ui_->MDIArea; }
 void TavloController::clearDefaults() { ClearDefaultsMenu(session_.pool.db(), session_.prompter); }
 
 void TavloController::restoreGeometryFromPool() {
-    const auto rows = ReadWindowStates(session_.pool.db());
-    const WindowStateRow* main = nullptr;
-    const WindowStateRow* size = nullptr;
-    for (const auto& row : rows) {
-        if (row.Window == "MAIN") main = &row;
-        if (row.Window == "MAIN2") size = &row;
-    }
-    if (!main || !size) return;
-    if (size->Left > 200 && size->Top > 150) resize(size->Left, size->Top);
-    move(main->Left, main->Top);
-    if (main->WindowState == 2) setWindowState(Qt::WindowMaximized);
-    else if (main->WindowState == 1) setWindowState(Qt::WindowMinimized);
+    const auto place = RestoredMainWindow(ReadWindowStates(session_.pool.db()));
+    if (!place) return;
+    if (place->width > 0) resize(place->width, place->height);
+    move(place->left, place->top);
+    if (place->state == 2) setWindowState(Qt::WindowMaximized);
+    else if (place->state == 1) setWindowState(Qt::WindowMinimized);
 }
 
 void TavloController::closeEvent(QCloseEvent* event) {
     session_.editor.Quitting = true;
     const int state = isMaximized() ? 2 : isMinimized() ? 1 : 0;
-    std::vector<WindowStateRow> rows;
-    for (const std::string& name : WindowStateNames()) {
-        WindowStateRow row;
-        row.Window = name;
-        if (name == "MAIN") {
-            row.Left = x();
-            row.Top = y();
-            row.WindowState = state;
-            row.Visible = true;
-        } else if (name == "MAIN2") {
-            row.Left = width();
-            row.Top = height();
-            row.WindowState = state;
-            row.Visible = true;
-        } else if (name == "PresetComparatorForm") {
-            row.LoadedName = "-100";
-        }
-        rows.push_back(row);
-    }
-    if (!QuitMenu(session_, rows)) {
+    if (!QuitMenu(session_, ExitWindowStates({x(), y(), width(), height(), state}))) {
         session_.editor.Quitting = false;
         event->ignore();
         return;

@@ -294,6 +294,108 @@ void followUp(const PoolContext& session, std::int64_t id) {
     ReloadPoolList(session);
 }
 
+// The checks before anything is written: the protected row, a Send Scene
+// button without its scene, a blank name, the name rule. False when the
+// store stops here (the user has been told where that's wanted).
+bool storable(const PoolContext& session) {
+    EditorState& editor = session.editor;
+    PoolFlags& flags = session.flags;
+    if (IsInitializedName(editor.preset.Name)) {
+        if (!flags.DownloadInProgress)
+            session.prompter.message(
+                "Cannot Update --Initialized-- Preset",
+                "You cannot change the --Initialized-- Preset in the Pool.  It is kept for System functionality.");
+        return false;
+    }
+    if (!editor.ImportingPresetText && sendSceneWithoutScene(editor.preset)) {
+        session.prompter.message("Cannot Store in Pool",
+                                 "This Preset has Buttons set to SEND SCENE but no Scene was selected.  Either select "
+                                 "a Scene to send for those buttons or change those Buttons to another function.");
+        return false;
+    }
+    const auto refuseName = [&](const std::string& title, const std::string& text) {
+        session.prompter.message(title, text);
+        editor.CancelClose = true;
+        flags.StoreAborted = true;
+        editor.FocusPresetNameText = true;
+        editor.notifyChanged();
+        return false;
+    };
+    if (Trim(editor.preset.Name).empty() && flags.DownloadInProgress) {
+        if (!nameBlankDownload(session)) return false;
+    } else if (Trim(editor.preset.Name).empty()) {
+        if (!editor.ClosingEditor) return refuseName("Cannot Store Preset", "You must name the Preset before storing it in the Pool.");
+        const MessageAnswer answer = session.prompter.message(
+            "Preset Name is Blank",
+            "The current Preset Name is blank, so it cannot be stored.  Do you want to close the Preset "
+            "Editor Window without Storing the Preset to the Pool?",
+            MessageButtons::OKCancel);
+        if (answer == MessageAnswer::Cancel) editor.CancelClose = true;
+        return false;
+    }
+    // Whatever typed or decoded the name, the pool takes it only within the
+    // rules. The comparison tool stores its passing copy as ">>>TEMP>>>"
+    // during a download; nobody else may.
+    const PresetNameCheck check = CheckPresetName(editor.preset.Name);
+    if (!check.ok() && !(flags.DownloadInProgress && SamePresetName(check.name, kTempName)))
+        return refuseName("Cannot Store Preset", check.problem);
+    editor.preset.Name = check.name;
+    return true;
+}
+
+// A download's clash with a stored preset of the same name: the clash
+// dialogue (unless "for all" answered it), then what its answer does.
+Outcome resolveDownloadClash(const PoolContext& session, const ExistingRow& existing, bool& keepOldScenes) {
+    PoolFlags& flags = session.flags;
+    const std::string name = Trim(session.editor.preset.Name);
+    ClashChoice choice;
+    if (!flags.ChoiceForAll && !SamePresetName(name, kTempName)) {
+        choice = ShowMemImageOrPoolChoiceForm(
+            session, existing.id, name,
+            "How would you like to resolve the duplicate Preset Name '" + name +
+                "' found in the Pool which matches the one you've got from your PC1600(x)?",
+            "Overwrite existing Preset '" + name + "' in the Pool with the newly downloaded version from your PC1600(x)?");
+    }
+    // A rename needs a name; "for all" never carries one.
+    const bool named = !Trim(choice.newName).empty();
+    switch (flags.ChoiceResult) {
+        case 1: return resolveSceneReferences(session, existing.id, keepOldScenes);
+        case 2:
+            if (!named) return Outcome::KeepPool;
+            session.pool.db()
+                .prepare("UPDATE PresetRec SET Name = :Name WHERE ID = :ID")
+                .bind(":Name", SafeDBString(CheckPresetName(choice.newName).name))
+                .bind(":ID", existing.id)
+                .run();
+            return Outcome::Write;
+        case 3:
+            if (!named) return Outcome::KeepPool;
+            session.editor.preset.Name = CheckPresetName(choice.newName).name;
+            return Outcome::Write;
+        default: return Outcome::KeepPool;
+    }
+}
+
+// A stored preset of the same name: the editor asks whether to overwrite it
+// (or, when closing, whether to store at all); a download resolves the clash.
+Outcome resolveExisting(const PoolContext& session, const ExistingRow& existing, bool& keepOldScenes) {
+    EditorState& editor = session.editor;
+    if (session.flags.DownloadInProgress) return resolveDownloadClash(session, existing, keepOldScenes);
+    const std::string name = Trim(editor.preset.Name);
+    if (!editor.ClosingEditor) {
+        const MessageAnswer answer = session.prompter.message(
+            "About to Store", "Overwrite existing Preset '" + name + "' in the Pool?", MessageButtons::YesNo);
+        return answer == MessageAnswer::Yes ? Outcome::Write : Outcome::KeepPool;
+    }
+    const MessageAnswer answer = session.prompter.message(
+        "About to Store", "Store Preset '" + name + "' in the Pool?", MessageButtons::YesNoCancel);
+    if (answer == MessageAnswer::Cancel) {
+        editor.CancelClose = true;
+        return Outcome::Stop;
+    }
+    return answer == MessageAnswer::Yes ? Outcome::Write : Outcome::KeepPool;
+}
+
 }  // namespace
 
 void StoreInPoolButton(const PoolContext& session) {
@@ -303,108 +405,16 @@ void StoreInPoolButton(const PoolContext& session) {
 
     editor.PresetKeptInPool = false;
     editor.preset.Name = MSBModule::FilterNameCharacters(editor.preset.Name);
-
-    if (IsInitializedName(editor.preset.Name)) {
-        if (!flags.DownloadInProgress)
-            session.prompter.message(
-                "Cannot Update --Initialized-- Preset",
-                "You cannot change the --Initialized-- Preset in the Pool.  It is kept for System functionality.");
-        return;
-    }
-
-    if (!editor.ImportingPresetText && sendSceneWithoutScene(editor.preset)) {
-        session.prompter.message("Cannot Store in Pool",
-                                 "This Preset has Buttons set to SEND SCENE but no Scene was selected.  Either select "
-                                 "a Scene to send for those buttons or change those Buttons to another function.");
-        return;
-    }
-
-    if (Trim(editor.preset.Name).empty()) {
-        if (!flags.DownloadInProgress) {
-            if (editor.ClosingEditor) {
-                const MessageAnswer answer = session.prompter.message(
-                    "Preset Name is Blank",
-                    "The current Preset Name is blank, so it cannot be stored.  Do you want to close the Preset "
-                    "Editor Window without Storing the Preset to the Pool?",
-                    MessageButtons::OKCancel);
-                if (answer == MessageAnswer::Cancel) editor.CancelClose = true;
-            } else {
-                session.prompter.message("Cannot Store Preset", "You must name the Preset before storing it in the Pool.");
-                editor.CancelClose = true;
-                flags.StoreAborted = true;
-                editor.FocusPresetNameText = true;
-                editor.notifyChanged();
-            }
-            return;
-        }
-        if (!nameBlankDownload(session)) return;
-    }
-
-    // Whatever typed or decoded the name, the pool takes it only within the
-    // rules. The comparison tool stores its passing copy as ">>>TEMP>>>"
-    // during a download; nobody else may.
-    const PresetNameCheck check = CheckPresetName(editor.preset.Name);
-    if (!check.ok() && !(flags.DownloadInProgress && SamePresetName(check.name, kTempName))) {
-        session.prompter.message("Cannot Store Preset", check.problem);
-        editor.CancelClose = true;
-        flags.StoreAborted = true;
-        editor.FocusPresetNameText = true;
-        editor.notifyChanged();
-        return;
-    }
-    editor.preset.Name = check.name;
+    if (!storable(session)) return;
 
     try {
         Transaction transaction(db);
-        const std::string name = Trim(editor.preset.Name);
-        const std::optional<ExistingRow> existing = findPreset(db, name);
+        const std::optional<ExistingRow> existing = findPreset(db, Trim(editor.preset.Name));
         bool keepOldScenes = false;
         bool overwrite = false;  // the existing row is put in Edit
         if (existing) {
-            Outcome outcome = Outcome::Write;
-            if (!flags.DownloadInProgress && !editor.ClosingEditor) {
-                const MessageAnswer answer = session.prompter.message(
-                    "About to Store", "Overwrite existing Preset '" + name + "' in the Pool?", MessageButtons::YesNo);
-                outcome = answer == MessageAnswer::Yes ? Outcome::Write : Outcome::KeepPool;
-            } else if (!flags.DownloadInProgress) {
-                const MessageAnswer answer = session.prompter.message(
-                    "About to Store", "Store Preset '" + name + "' in the Pool?", MessageButtons::YesNoCancel);
-                if (answer == MessageAnswer::Cancel) {
-                    editor.CancelClose = true;
-                    return;
-                }
-                outcome = answer == MessageAnswer::Yes ? Outcome::Write : Outcome::KeepPool;
-            } else {
-                ClashChoice choice;
-                if (!flags.ChoiceForAll && !SamePresetName(name, kTempName)) {
-                    choice = ShowMemImageOrPoolChoiceForm(
-                        session, existing->id, name,
-                        "How would you like to resolve the duplicate Preset Name '" + name +
-                            "' found in the Pool which matches the one you've got from your PC1600(x)?",
-                        "Overwrite existing Preset '" + name +
-                            "' in the Pool with the newly downloaded version from your PC1600(x)?");
-                }
-                // A rename needs a name; "for all" never carries one.
-                const bool named = !Trim(choice.newName).empty();
-                switch (flags.ChoiceResult) {
-                    case 1: outcome = resolveSceneReferences(session, existing->id, keepOldScenes); break;
-                    case 2: {
-                        if (!named) break;
-                        Statement rename = db.prepare("UPDATE PresetRec SET Name = :Name WHERE ID = :ID");
-                        rename.bind(":Name", SafeDBString(CheckPresetName(choice.newName).name)).bind(":ID", existing->id).run();
-                        outcome = Outcome::Write;
-                        break;
-                    }
-                    case 3:
-                        if (!named) break;
-                        editor.preset.Name = CheckPresetName(choice.newName).name;
-                        outcome = Outcome::Write;
-                        break;
-                    default: break;
-                }
-                if (flags.ChoiceResult < 1 || flags.ChoiceResult > 3 || (flags.ChoiceResult >= 2 && !named))
-                    outcome = Outcome::KeepPool;
-            }
+            const Outcome outcome = resolveExisting(session, *existing, keepOldScenes);
+            if (outcome == Outcome::Stop) return;
             if (outcome == Outcome::KeepPool) {
                 transaction.commit();
                 editor.PresetKeptInPool = true;

@@ -7,6 +7,7 @@
 #include "midilink/LinkContext.h"
 #include "midilink/MidiConfig.h"
 #include "midilink/MidiLink.h"
+#include "midistrings/StringEditState.h"
 #include "midistrings/StringsContext.h"
 #include "pool/PoolContext.h"
 #include "pool/PoolFlags.h"
@@ -24,6 +25,7 @@ struct Program::Parts {
     EditorState editor;
     MemImageState memImage;
     StringWorkArea stringWork;
+    StringEditState stringEdit;
     PoolFormState poolForm;
     PoolFlags poolFlags;
 };
@@ -40,6 +42,7 @@ Program::Program(Prompter& prompter, StatusView& status, Pump& pump, Clock& cloc
       editor(parts_->editor),
       memImage(parts_->memImage),
       stringWork(parts_->stringWork),
+      stringEdit(parts_->stringEdit),
       poolForm(parts_->poolForm),
       poolFlags(parts_->poolFlags) {}
 

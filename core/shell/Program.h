@@ -18,6 +18,7 @@ struct MemImageState;
 struct MidiConfig;
 struct PoolFlags;
 struct PoolFormState;
+struct StringEditState;
 struct StringWorkArea;
 
 // Everything that lives as long as a run of Tavlo: the pool connection, the
@@ -47,6 +48,7 @@ public:
     EditorState& editor;
     MemImageState& memImage;
     StringWorkArea& stringWork;
+    StringEditState& stringEdit;
     PoolFormState& poolForm;
     PoolFlags& poolFlags;
 

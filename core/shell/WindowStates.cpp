@@ -44,4 +44,39 @@ std::vector<WindowStateRow> ReadWindowStates(Database& db) {
     return rows;
 }
 
+std::vector<WindowStateRow> ExitWindowStates(const MainWindowPlace& main) {
+    std::vector<WindowStateRow> rows;
+    for (const std::string& name : WindowStateNames()) {
+        WindowStateRow row;
+        row.Window = name;
+        if (name == "MAIN" || name == "MAIN2") {
+            const bool size = name == "MAIN2";
+            row.Left = size ? main.width : main.left;
+            row.Top = size ? main.height : main.top;
+            row.WindowState = main.state;
+            row.Visible = true;
+        } else if (name == "PresetComparatorForm") {
+            row.LoadedName = "-100";
+        }
+        rows.push_back(row);
+    }
+    return rows;
+}
+
+std::optional<MainWindowPlace> RestoredMainWindow(const std::vector<WindowStateRow>& rows) {
+    const WindowStateRow* position = nullptr;
+    const WindowStateRow* size = nullptr;
+    for (const auto& row : rows) {
+        if (row.Window == "MAIN") position = &row;
+        if (row.Window == "MAIN2") size = &row;
+    }
+    if (!position || !size) return std::nullopt;
+    MainWindowPlace place{position->Left, position->Top, 0, 0, position->WindowState};
+    if (size->Left > 200 && size->Top > 150) {
+        place.width = size->Left;
+        place.height = size->Top;
+    }
+    return place;
+}
+
 }  // namespace tavlo

@@ -1,4 +1,5 @@
 #pragma once
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,5 +24,21 @@ const std::vector<std::string>& WindowStateNames();
 // Rewrites the table whole, in one transaction.
 void WriteWindowStates(Database& db, const std::vector<WindowStateRow>& rows);
 std::vector<WindowStateRow> ReadWindowStates(Database& db);
+
+// The main window on screen: its position, size and state as the rows keep it.
+struct MainWindowPlace {
+    int left = 0;
+    int top = 0;
+    int width = 0;   // 0: keep the size the window has
+    int height = 0;
+    int state = 0;   // 0 normal, 1 minimised, 2 maximised
+};
+// The rows written at exit, in WindowStateNames' order: MAIN holds the
+// position, MAIN2 the size, the comparator's row "-100", every other row the
+// empty defaults of a window that isn't open.
+std::vector<WindowStateRow> ExitWindowStates(const MainWindowPlace& main);
+// Where the main window goes at start: nothing unless both MAIN rows are
+// there; a stored size of 200 by 150 or less is not taken.
+std::optional<MainWindowPlace> RestoredMainWindow(const std::vector<WindowStateRow>& rows);
 
 }  // namespace tavlo

@@ -55,7 +55,7 @@ TEST(EditorDialogs, SpreadOnlyWithTheSpreadButton) {
         EXPECT_EQ(asked.title, "Spread Fader Functions");
         ASSERT_EQ(asked.lists.size(), 2u);
         EXPECT_EQ(asked.lists[0].index, 4) << "From starts on the source";
-        EXPECT_EQ(asked.lists[1].index, 15) << "To starts on the last control";
+        EXPECT_EQ(asked.lists[1].index, 17) << "To starts on the last control, the second CV";
         EXPECT_EQ(asked.options.size(), 2u);
         const FaderDef& spread = t->editor.preset.Faders[6];
         EXPECT_EQ(spread.Function, c.spreads ? 1 : 0);
