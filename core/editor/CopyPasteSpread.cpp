@@ -54,88 +54,98 @@ void CopyControl(EditorState& editor) {
     editor.notifyChanged();
 }
 
-bool PasteControl(const EditorContext& session, bool fromDrag) {
+namespace {
+
+// The shown name of a pool preset; empty when the pool can't tell.
+std::string presetNameOf(const EditorContext& session, std::int64_t id) {
+    try {
+        Statement query = session.pool.db().prepare("SELECT Name FROM PresetRec WHERE ID = :ID");
+        query.bind(":ID", id);
+        if (query.step()) return MSBModule::DisplayDBString(query.getText("Name"));
+    } catch (const DatabaseError&) {
+    }
+    return {};
+}
+
+bool overwriteConfirmed(const EditorContext& session, const std::string& kind, int target, const std::string& name,
+                        const std::string& source) {
+    const std::string question = "About to overwrite the configuration of " + kind + " #" + std::to_string(target + 1) +
+                                 " (" + name + ") with the copied information (from " + kind + " " + source +
+                                 ").  Are you sure?";
+    return session.prompter.message("About to Paste", question, MessageButtons::YesNo) == MessageAnswer::Yes;
+}
+
+void pasteScene(EditorState& editor) {
+    for (int i = 0; i < 17; ++i) {
+        FaderDef& fader = editor.preset.Faders[i];
+        const ValueRange range = PCSliderRange(fader);
+        const int position = std::clamp(editor.Clipboard.SceneValues[i] / 2, range.low, range.high);
+        fader.Value = static_cast<std::int16_t>(FaderValueAt(fader, position));
+    }
+    editor.notifyChanged();
+}
+
+bool pasteButton(const EditorContext& session, bool fromDrag) {
     EditorState& editor = session.editor;
-    EditorClipboard& clip = editor.Clipboard;
+    const EditorClipboard& clip = editor.Clipboard;
     WorkingPreset& preset = editor.preset;
+    const int target = editor.CurrentButton;
+    ButtonDef& button = preset.Buttons[target];
+    if (clip.Button.Function == PresetCodes::kButtonSendScene && MemoryImageOpen(session) &&
+        session.memImage.PresetList.findItemData(clip.Button.ScenePreset) < 0) {
+        // A Send Scene button only works with its scene's preset in the image.
+        session.prompter.message(
+            "Cannot Paste SENDSCENE Button",
+            "The Button you're pasting is defined as a SEND SCENE Button, sending the Scene '" + clip.Button.Scene +
+                "' on the Preset named '" + presetNameOf(session, clip.Button.ScenePreset) +
+                "', which isn't in the current Memory Image.  Please add that Preset to the current MI before "
+                "pasting this Button function.");
+        return false;
+    }
+    if (button.Function > 0 && !fromDrag &&
+        !overwriteConfirmed(session, "Button", target, button.Name, std::to_string(clip.SourceIndex + 1)))
+        return false;
+    button = clip.Button;
+    preset.ButtonStrings1[target] = clip.ButtonStrings1;
+    preset.ButtonStrings2[target] = clip.ButtonStrings2;
+    if (button.Function == PresetCodes::kButtonSendScene && button.ScenePreset != preset.ID && button.ScenePreset > 0) {
+        // A scene of another preset: its line joins the list.
+        const std::string line = button.Scene + "  - from " + MSBModule::Trim(presetNameOf(session, button.ScenePreset));
+        if (editor.BSceneCombo.findText(line) < 0) editor.BSceneCombo.addItem(line, button.ScenePreset);
+    }
+    editor.PCButton[target] = ButtonCaption(button);
+    ShowButtonParams(editor, target);
+    editor.notifyChanged();
+    return true;
+}
+
+bool pasteFader(const EditorContext& session, bool fromDrag) {
+    EditorState& editor = session.editor;
+    const EditorClipboard& clip = editor.Clipboard;
+    const int target = editor.CurrentFader;
+    FaderDef& fader = editor.preset.Faders[target];
+    if (fader.Function > 0 && !fromDrag &&
+        !overwriteConfirmed(session, "Fader", target, fader.Name, "'" + std::to_string(clip.SourceIndex + 1) + "'"))
+        return false;
+    fader = clip.Fader;
+    editor.preset.FaderStrings[target] = clip.FaderStrings;
+    editor.FaderLabel[target] = FaderCaption(fader);
+    ShowFaderParams(editor, target);
+    editor.notifyChanged();
+    return true;
+}
+
+}  // namespace
+
+bool PasteControl(const EditorContext& session, bool fromDrag) {
+    const EditorClipboard& clip = session.editor.Clipboard;
     if (clip.HoldsScene) {
-        for (int i = 0; i < 17; ++i) {
-            FaderDef& fader = preset.Faders[i];
-            const ValueRange range = PCSliderRange(fader);
-            const int position = std::clamp(clip.SceneValues[i] / 2, range.low, range.high);
-            fader.Value = static_cast<std::int16_t>(FaderValueAt(fader, position));
-        }
-        editor.notifyChanged();
+        pasteScene(session.editor);
         return true;
     }
-    if (clip.ButtonFunction != kClipboardEmptyFunction) {
-        // The paste lands on the kind the clipboard holds.
-        const int target = editor.CurrentButton;
-        ButtonDef& button = preset.Buttons[target];
-        if (clip.Button.Function == PresetCodes::kButtonSendScene && MemoryImageOpen(session) &&
-            session.memImage.PresetList.findItemData(clip.Button.ScenePreset) < 0) {
-            // A Send Scene button only works with its scene's preset in the image.
-            std::string presetName;
-            try {
-                Statement query = session.pool.db().prepare("SELECT Name FROM PresetRec WHERE ID = :ID");
-                query.bind(":ID", static_cast<std::int64_t>(clip.Button.ScenePreset));
-                if (query.step()) presetName = MSBModule::DisplayDBString(query.getText("Name"));
-            } catch (const DatabaseError&) {
-            }
-            session.prompter.message(
-                "Cannot Paste SENDSCENE Button",
-                "The Button you're pasting is defined as a SEND SCENE Button, sending the Scene '" + clip.Button.Scene +
-                    "' on the Preset named '" + presetName +
-                    "', which isn't in the current Memory Image.  Please add that Preset to the current MI before "
-                    "pasting this Button function.");
-            return false;
-        }
-        if (button.Function > 0 && !fromDrag) {
-            const std::string question = "About to overwrite the configuration of Button #" +
-                                         std::to_string(target + 1) + " (" + button.Name +
-                                         ") with the copied information (from Button " +
-                                         std::to_string(clip.SourceIndex + 1) + ").  Are you sure?";
-            if (session.prompter.message("About to Paste", question, MessageButtons::YesNo) != MessageAnswer::Yes)
-                return false;
-        }
-        button = clip.Button;
-        preset.ButtonStrings1[target] = clip.ButtonStrings1;
-        preset.ButtonStrings2[target] = clip.ButtonStrings2;
-        if (button.Function == PresetCodes::kButtonSendScene && button.ScenePreset != preset.ID &&
-            button.ScenePreset > 0) {
-            // A scene of another preset: its line joins the list.
-            std::string presetName;
-            try {
-                Statement query = session.pool.db().prepare("SELECT Name FROM PresetRec WHERE ID = :ID");
-                query.bind(":ID", static_cast<std::int64_t>(button.ScenePreset));
-                if (query.step()) presetName = MSBModule::DisplayDBString(query.getText("Name"));
-            } catch (const DatabaseError&) {
-            }
-            const std::string line = button.Scene + "  - from " + MSBModule::Trim(presetName);
-            if (editor.BSceneCombo.findText(line) < 0) editor.BSceneCombo.addItem(line, button.ScenePreset);
-        }
-        editor.PCButton[target] = ButtonCaption(button);
-        ShowButtonParams(editor, target);
-        editor.notifyChanged();
-        return true;
-    }
-    if (clip.FaderFunction != kClipboardEmptyFunction) {
-        const int target = editor.CurrentFader;
-        FaderDef& fader = preset.Faders[target];
-        if (fader.Function > 0 && !fromDrag) {
-            const std::string question = "About to overwrite the configuration of Fader #" + std::to_string(target + 1) + " (" +
-                                         fader.Name + ") with the copied information (from Fader '" +
-                                         std::to_string(clip.SourceIndex + 1) + "').  Are you sure?";
-            if (session.prompter.message("About to Paste", question, MessageButtons::YesNo) != MessageAnswer::Yes)
-                return false;
-        }
-        fader = clip.Fader;
-        preset.FaderStrings[target] = clip.FaderStrings;
-        editor.FaderLabel[target] = FaderCaption(fader);
-        ShowFaderParams(editor, target);
-        editor.notifyChanged();
-        return true;
-    }
+    // The paste lands on the kind the clipboard holds.
+    if (clip.ButtonFunction != kClipboardEmptyFunction) return pasteButton(session, fromDrag);
+    if (clip.FaderFunction != kClipboardEmptyFunction) return pasteFader(session, fromDrag);
     return false;
 }
 

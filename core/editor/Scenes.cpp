@@ -72,29 +72,73 @@ void RefillSceneLists(EditorState& editor) {
     editor.notifyChanged();
 }
 
+namespace {
+
+// A scene belongs to a stored preset as the pool holds it.
+bool presetTakesScenes(const EditorContext& session) {
+    const WorkingPreset& preset = session.editor.preset;
+    if (preset.ID != 0 && preset.ID == session.pool.InitializedPresetID()) {
+        session.prompter.message("Cannot Make Scene",
+                                 "You cannot add Scenes to the --Initialized-- Preset.  First store the Preset to the "
+                                 "Pool with a different name and then try again.");
+        return false;
+    }
+    if (INITDataChanged(session.editor)) {
+        session.prompter.message("Cannot Make Scene",
+                                 "The current Preset has been changed and not Stored.  You cannot make Scenes until "
+                                 "the current changes have been Stored to the Pool.");
+        return false;
+    }
+    if (preset.ID <= 0) {
+        session.prompter.message("Cannot Store Scene",
+                                 "You cannot store Scenes with this Preset UNTIL you've stored the Preset to the "
+                                 "Preset Pool.  Please use the Store Preset to Pool button first.");
+        return false;
+    }
+    return true;
+}
+
+// False, after telling the user, for a name the preset can't take.
+bool sceneNameFree(const WorkingPreset& preset, const std::string& name, Prompter& prompter) {
+    if (name[0] == '<') {
+        prompter.message("Cannot Save Scene",
+                         "You cannot start a Scene name with a '<' character.  That is a reserved character for "
+                         "internal use");
+    } else if (name == kEmptySceneName) {
+        prompter.message("Cannot Make Scene",
+                         "The Scene name '--Empty--' is reserved for System use.  Please choose another one.");
+    } else if (findScene(preset, name) >= 0) {
+        prompter.message("Cannot Make Scene", "The Scene Name '" + name + "' is already used for this Preset.");
+    } else if (preset.SceneCount >= kSceneLimit) {
+        prompter.message("Cannot Make Scene", "A Preset can hold no more than 100 Scenes.");
+    } else {
+        return true;
+    }
+    return false;
+}
+
+void insertSceneRow(Database& db, std::int64_t presetID, const SceneDef& scene) {
+    Statement insert = db.prepare(
+        "INSERT INTO SceneRec (PresetREF, Name, Fader1, Fader2, Fader3, Fader4, Fader5, Fader6, Fader7, Fader8, "
+        "Fader9, Fader10, Fader11, Fader12, Fader13, Fader14, Fader15, Fader16, CV1, CV2) VALUES (:PresetREF, "
+        ":Name, :F1, :F2, :F3, :F4, :F5, :F6, :F7, :F8, :F9, :F10, :F11, :F12, :F13, :F14, :F15, :F16, :CV1, "
+        ":CV2)");
+    insert.bind(":PresetREF", presetID).bind(":Name", MSBModule::SafeDBString(scene.Name));
+    for (int i = 0; i < 16; ++i) {
+        const std::string parameter = ":F" + std::to_string(i + 1);
+        insert.bind(parameter.c_str(), static_cast<int>(scene.Values[i]));
+    }
+    insert.bind(":CV1", static_cast<int>(scene.Values[16])).bind(":CV2", static_cast<int>(scene.Values[17]));
+    insert.run();
+}
+
+}  // namespace
+
 bool MakeScene(const EditorContext& session) {
     EditorState& editor = session.editor;
     Prompter& prompter = session.prompter;
     WorkingPreset& preset = editor.preset;
-    const std::int64_t initializedID = session.pool.InitializedPresetID();
-    if (preset.ID != 0 && preset.ID == initializedID) {
-        prompter.message("Cannot Make Scene",
-                         "You cannot add Scenes to the --Initialized-- Preset.  First store the Preset to the Pool "
-                         "with a different name and then try again.");
-        return false;
-    }
-    if (INITDataChanged(editor)) {
-        prompter.message("Cannot Make Scene",
-                         "The current Preset has been changed and not Stored.  You cannot make Scenes until the "
-                         "current changes have been Stored to the Pool.");
-        return false;
-    }
-    if (preset.ID <= 0) {
-        prompter.message("Cannot Store Scene",
-                         "You cannot store Scenes with this Preset UNTIL you've stored the Preset to the Preset "
-                         "Pool.  Please use the Store Preset to Pool button first.");
-        return false;
-    }
+    if (!presetTakesScenes(session)) return false;
     const std::string prompt =
         MemoryImageOpen(session)
             ? "Enter a short name for this Scene.  NOTE that Scene info is not sent to the PC1600(x) unless you're "
@@ -104,44 +148,13 @@ bool MakeScene(const EditorContext& session) {
     const auto answer = prompter.input("Make a New Scene", prompt);
     if (!answer) return false;
     const std::string name = MSBModule::Trim(*answer);
-    if (name.empty()) return false;
-    if (name[0] == '<') {
-        prompter.message("Cannot Save Scene",
-                         "You cannot start a Scene name with a '<' character.  That is a reserved character for "
-                         "internal use");
-        return false;
-    }
-    if (name == kEmptySceneName) {
-        prompter.message("Cannot Make Scene",
-                         "The Scene name '--Empty--' is reserved for System use.  Please choose another one.");
-        return false;
-    }
-    if (findScene(preset, name) >= 0) {
-        prompter.message("Cannot Make Scene", "The Scene Name '" + name + "' is already used for this Preset.");
-        return false;
-    }
-    if (preset.SceneCount >= kSceneLimit) {
-        prompter.message("Cannot Make Scene", "A Preset can hold no more than 100 Scenes.");
-        return false;
-    }
+    if (name.empty() || !sceneNameFree(preset, name, prompter)) return false;
     SceneDef scene;
     scene.Name = name;
     for (int i = 0; i < kFaderCount; ++i)
         scene.Values[i] = static_cast<std::int16_t>(2 * PCSliderPosition(preset.Faders[i]));
     try {
-        Database& db = session.pool.db();
-        Statement insert = db.prepare(
-            "INSERT INTO SceneRec (PresetREF, Name, Fader1, Fader2, Fader3, Fader4, Fader5, Fader6, Fader7, Fader8, "
-            "Fader9, Fader10, Fader11, Fader12, Fader13, Fader14, Fader15, Fader16, CV1, CV2) VALUES (:PresetREF, "
-            ":Name, :F1, :F2, :F3, :F4, :F5, :F6, :F7, :F8, :F9, :F10, :F11, :F12, :F13, :F14, :F15, :F16, :CV1, "
-            ":CV2)");
-        insert.bind(":PresetREF", static_cast<std::int64_t>(preset.ID)).bind(":Name", MSBModule::SafeDBString(name));
-        for (int i = 0; i < 16; ++i) {
-            const std::string parameter = ":F" + std::to_string(i + 1);
-            insert.bind(parameter.c_str(), static_cast<int>(scene.Values[i]));
-        }
-        insert.bind(":CV1", static_cast<int>(scene.Values[16])).bind(":CV2", static_cast<int>(scene.Values[17]));
-        insert.run();
+        insertSceneRow(session.pool.db(), preset.ID, scene);
     } catch (const DatabaseError&) {
         prompter.message("Database Error", kDatabaseError);
         return false;

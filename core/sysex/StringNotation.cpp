@@ -114,43 +114,41 @@ double NumericPrefixValue(std::string_view token) {
     return std::strtod(number.c_str(), nullptr);
 }
 
-EnteredStringCheck CheckEnteredString(std::string_view input, StringContext context, bool pc1600Model) {
-    EnteredStringCheck result;
-    // 1. Collapse runs of blanks: a blank right behind a blank is dropped.
-    std::string& s = result.collapsed;
-    for (std::size_t k = 0; k < input.size(); ++k)
-        if (!(input[k] == ' ' && k > 0 && input[k - 1] == ' ')) s += input[k];
+namespace {
 
+// Steps 3 and 4: each token is a byte in hex or decimal, a status on the
+// global channel or a special code; the typed form gathers in `entered`, the
+// hex form in `rendered`. True when every token passed.
+bool checkTokens(const std::string& s, StringContext context, bool pc1600Model, std::string& entered,
+                 std::string& rendered) {
     const bool button = context == StringContext::Button;
     const bool fader = context == StringContext::Fader;
-    std::string accumulator;
-    std::string rendered;
     bool error = false;
-
-    // 3. Tokens end at a blank or at the last character.
+    // Tokens end at a blank or at the last character.
     std::size_t start = 0;
     for (std::size_t i = 0; i < s.size(); ++i) {
         const bool last = i + 1 == s.size();
-        // a. The first byte of a button string may not be a special token, as typed.
+        // The first byte of a button string may not be a special token, as typed.
         if (button && i == 0 && isSpecialToken(pairAt(s, 0))) error = true;
         if (s[i] != ' ' && !last) continue;
         const std::size_t end = last ? i + 1 : i;  // one past the token's last character
         const std::string token = MSBModule::ToLower(MSBModule::Trim(std::string_view(s).substr(start, end - start)));
         start = i + 1;
 
+        const bool globalStatus = token.size() >= 5 && token.compare(2, 3, "-gc") == 0;
         bool append = false;
-        if (token.size() >= 5 && token.compare(2, 3, "-gc") == 0) {
+        if (globalStatus) {
             append = true;  // a status on the global channel is taken unexamined
         } else if (token.size() == 3) {
             const double value = NumericPrefixValue(token);
             if (value < 0 || value > 255) error = true;  // "-01" is no byte
-            accumulator += " " + token;
+            entered += " " + token;
             rendered += " " + renderNumber(value);
         } else if (token.size() != 2) {
             error = true;
         } else if (!isSpecialToken(token)) {
             if (isHexDigit(token[0]) && isHexDigit(token[1])) {
-                accumulator += " " + MSBModule::ToUpper(token);
+                entered += " " + MSBModule::ToUpper(token);
                 rendered += " " + MSBModule::ToUpper(token);
             } else {
                 error = true;
@@ -161,21 +159,21 @@ EnteredStringCheck CheckEnteredString(std::string_view input, StringContext cont
             append = true;
         }
         if (append) {
-            accumulator += " " + token;
+            entered += " " + token;
             rendered += " " + token;
         }
-        // i. What the version 1.1 device cannot take; a button's "cs" is
+        // What the version 1.1 device cannot take; a button's "cs" is
         // calculated here, so only a byte reaches the device.
-        if (pc1600Model) {
-            if (token == "rv" || token == "gc" || token == "dv") error = true;
-            if (token.size() >= 5 && token.compare(2, 3, "-gc") == 0) error = true;
-            if (token == "cs" && !button) error = true;
-        }
+        if (pc1600Model && (token == "rv" || token == "gc" || token == "dv" || globalStatus || (token == "cs" && !button)))
+            error = true;
     }
-    rendered = MSBModule::Trim(rendered);
+    return !error;
+}
 
-    // 5. Each "cs" must stand inside F0 ... F7 with at least five bytes
-    // before it; in button and setup strings it is calculated now.
+// Step 5: each "cs" must stand inside F0 ... F7 with at least five bytes
+// before it; in button and setup strings it is calculated now. Sets `error`
+// on a misplaced one; with an error no checksum is calculated.
+void placeChecksums(std::string& rendered, bool fader, bool& error) {
     for (std::size_t i = 0; i < rendered.size(); i += 3) {
         if (MSBModule::ToLower(pairAt(rendered, i)) != "cs") continue;
         bool foundF0 = false;
@@ -198,11 +196,8 @@ EnteredStringCheck CheckEnteredString(std::string_view input, StringContext cont
             continue;
         }
         bool foundF7 = false;
-        for (std::size_t k = i + 3; k < rendered.size(); k += 3)
-            if (MSBModule::ToUpper(pairAt(rendered, k)) == "F7") {
-                foundF7 = true;
-                break;
-            }
+        for (std::size_t k = i + 3; k < rendered.size() && !foundF7; k += 3)
+            foundF7 = MSBModule::ToUpper(pairAt(rendered, k)) == "F7";
         if (!foundF7) error = true;
         if ((i - j) / 3 < 6) error = true;
         if (error || fader) continue;
@@ -216,17 +211,30 @@ EnteredStringCheck CheckEnteredString(std::string_view input, StringContext cont
             else ++others;
         }
         std::string summed;
-        for (std::size_t p = j + 15 + 3 * static_cast<std::size_t>(zeros); p < i; p += 3) {
+        for (std::size_t p = j + 15 + 3 * static_cast<std::size_t>(zeros); p < i && !error; p += 3) {
             const std::string pair = MSBModule::ToUpper(pairAt(rendered, p));
-            if (pair == "DV" || pair == "RV" || pair == "GC") {
-                error = true;
-                break;
-            }
-            summed += static_cast<char>(hexPrefixValue(pair));
+            if (pair == "DV" || pair == "RV" || pair == "GC") error = true;
+            else summed += static_cast<char>(hexPrefixValue(pair));
         }
         if (error) continue;
         rendered.replace(i, 2, upperHexByte(MSBModule::RolandChecksum(summed)));
     }
+}
+
+}  // namespace
+
+EnteredStringCheck CheckEnteredString(std::string_view input, StringContext context, bool pc1600Model) {
+    EnteredStringCheck result;
+    // Runs of blanks collapse: a blank right behind a blank is dropped.
+    std::string& s = result.collapsed;
+    for (std::size_t k = 0; k < input.size(); ++k)
+        if (!(input[k] == ' ' && k > 0 && input[k - 1] == ' ')) s += input[k];
+
+    std::string entered;
+    std::string rendered;
+    bool error = !checkTokens(s, context, pc1600Model, entered, rendered);
+    rendered = MSBModule::Trim(rendered);
+    placeChecksums(rendered, context == StringContext::Fader, error);
 
     result.ok = !error;
     if (error) {
@@ -234,7 +242,7 @@ EnteredStringCheck CheckEnteredString(std::string_view input, StringContext cont
         result.entered = std::string(input);
     } else {
         result.rendered = rendered;
-        result.entered = MSBModule::Trim(accumulator);
+        result.entered = MSBModule::Trim(entered);
     }
     return result;
 }
