@@ -112,24 +112,7 @@ void StringEditForm::connectControls() {
     connect(ui_->StringList, &QListWidget::currentRowChanged, this, [this](int row) {
         if (!refreshing_ && row >= 0) StringListClick(state_, session_, row);
     });
-    connect(ui_->LearnSysexButton, &QPushButton::clicked, this, [this] {
-        if (!learnPort_) return;
-        // While the pass runs only the button that ends it answers; the
-        // window's close box still ends the pass and the window.
-        std::vector<std::pair<QWidget*, bool>> commands;
-        for (QWidget* c : findChildren<QWidget*>()) {
-            const bool command = qobject_cast<QAbstractButton*>(c) || qobject_cast<QComboBox*>(c) ||
-                                 qobject_cast<QAbstractSlider*>(c) || qobject_cast<QLineEdit*>(c) ||
-                                 qobject_cast<QAbstractItemView*>(c);
-            if (!command || c == ui_->DoneLearningButton || c->parentWidget() == nullptr) continue;
-            if (qobject_cast<QComboBox*>(c->parentWidget())) continue;  // a combo's own parts
-            commands.emplace_back(c, c->isEnabled());
-            c->setEnabled(false);
-        }
-        RunLearnPass(state_, session_, *learnPort_);
-        for (const auto& [c, enabled] : commands) c->setEnabled(enabled);
-        refresh();
-    });
+    connect(ui_->LearnSysexButton, &QPushButton::clicked, this, &StringEditForm::learnSysex);
     connect(ui_->DoneLearningButton, &QPushButton::clicked, this, [this] {
         state_.Learning = false;
         state_.notifyChanged();
@@ -141,6 +124,11 @@ void StringEditForm::connectControls() {
     connect(ui_->UpdateStringButton, &QPushButton::clicked, this, [this] {
         if (UpdateStringButton(state_, session_)) accept();
     });
+    connectLabelDefaults();
+}
+
+void StringEditForm::connectLabelDefaults() {
+    Database& db = session_.pool.db();
     labelDefaults_->add(ui_->Value1Label, [this, &db] {
         const std::string field = Value1LabelFor(state_.MessageCombo).defaultField;
         if (!field.empty()) WriteDefault(db, field, state_.Value1Slider);
@@ -154,6 +142,25 @@ void StringEditForm::connectControls() {
         const int cc = CCNumberAt(ui_->CCNameListCombo, ui_->CCNameListCombo->currentIndex());
         if (cc >= 0) WriteDefault(db, "CCNum", cc);
     });
+}
+
+void StringEditForm::learnSysex() {
+    if (!learnPort_) return;
+    // While the pass runs only the button that ends it answers; the
+    // window's close box still ends the pass and the window.
+    std::vector<std::pair<QWidget*, bool>> commands;
+    for (QWidget* c : findChildren<QWidget*>()) {
+        const bool command = qobject_cast<QAbstractButton*>(c) || qobject_cast<QComboBox*>(c) ||
+                             qobject_cast<QAbstractSlider*>(c) || qobject_cast<QLineEdit*>(c) ||
+                             qobject_cast<QAbstractItemView*>(c);
+        if (!command || c == ui_->DoneLearningButton || c->parentWidget() == nullptr) continue;
+        if (qobject_cast<QComboBox*>(c->parentWidget())) continue;  // a combo's own parts
+        commands.emplace_back(c, c->isEnabled());
+        c->setEnabled(false);
+    }
+    RunLearnPass(state_, session_, *learnPort_);
+    for (const auto& [c, enabled] : commands) c->setEnabled(enabled);
+    refresh();
 }
 
 void StringEditForm::setLearnSource(LearnMessages* port) {

@@ -40,6 +40,8 @@ protected:
 
 private:
     void connectControls();
+    void connectLabelDefaults();
+    void learnSysex();
 
     Program& session_;
     StringEditState& state_;  // the program's: it outlives the window

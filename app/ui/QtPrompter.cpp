@@ -148,31 +148,66 @@ std::optional<std::string> QtPrompter::saveFile(const FileRequest& request) {
     return runFileDialog(request, QFileDialog::AcceptSave);
 }
 
-ChoiceAnswer QtPrompter::choose(const ChoiceRequest& request) {
-    ButtonsOnlyDialog dialog(parent_, request.closable);
-    dialog.setObjectName(QString::fromStdString(request.dialogName));
-    dialog.setWindowTitle(toQt(request.title));
-    auto* layout = new QVBoxLayout(&dialog);
-    if (!request.text.empty()) {
-        auto* label = new QLabel(toQt(request.text));
-        label->setWordWrap(true);
-        layout->addWidget(label);
+namespace {
+
+// The widgets of one ChoiceRequest, built into a ButtonsOnlyDialog, and the
+// answer read back from them once the dialog has closed.
+class ChoiceDialog {
+public:
+    ChoiceDialog(QWidget* parent, const ChoiceRequest& request) : dialog_(parent, request.closable) {
+        dialog_.setObjectName(QString::fromStdString(request.dialogName));
+        dialog_.setWindowTitle(toQt(request.title));
+        layout_ = new QVBoxLayout(&dialog_);
+        if (!request.text.empty()) {
+            auto* label = new QLabel(toQt(request.text));
+            label->setWordWrap(true);
+            layout_->addWidget(label);
+        }
+        addOptions(request);
+        addLists(request);
+        addFields(request);
+        follow();
+        QObject::connect(options_, &QButtonGroup::idClicked, &dialog_, [this] { follow(); });
+        addChecks(request);
+        addButtons(request);
+    }
+
+    ChoiceAnswer run() {
+        dialog_.exec();
+        ChoiceAnswer answer;
+        answer.button = chosen_;
+        for (QCheckBox* box : checks_) answer.checks.push_back(box->isChecked());
+        answer.option = options_->checkedId();
+        for (QListWidget* list : lists_)
+            answer.lists.push_back(list->currentItem() && list->currentItem()->isSelected() ? list->currentRow() : -1);
+        for (QLineEdit* edit : fields_) answer.fields.push_back(fromQt(edit->text()));
+        return answer;
+    }
+
+private:
+    void press(int button) {
+        chosen_ = button;
+        dialog_.finish();
     }
 
     // Parts that follow the chosen option are switched whenever it changes.
-    std::vector<std::pair<QWidget*, int>> followers;
-    auto* options = new QButtonGroup(&dialog);
-    for (std::size_t i = 0; i < request.options.size(); ++i) {
-        auto* radio = new QRadioButton(toQt(request.options[i]));
-        radio->setObjectName(QStringLiteral("Option_%1").arg(i));
-        radio->setChecked(static_cast<int>(i) == request.option);
-        options->addButton(radio, static_cast<int>(i));
-        layout->addWidget(radio);
+    void follow() {
+        for (const auto& [widget, option] : followers_) widget->setEnabled(options_->checkedId() == option);
     }
 
-    int chosen = -1;
-    std::vector<QListWidget*> lists;
-    if (!request.lists.empty()) {
+    void addOptions(const ChoiceRequest& request) {
+        options_ = new QButtonGroup(&dialog_);
+        for (std::size_t i = 0; i < request.options.size(); ++i) {
+            auto* radio = new QRadioButton(toQt(request.options[i]));
+            radio->setObjectName(QStringLiteral("Option_%1").arg(i));
+            radio->setChecked(static_cast<int>(i) == request.option);
+            options_->addButton(radio, static_cast<int>(i));
+            layout_->addWidget(radio);
+        }
+    }
+
+    void addLists(const ChoiceRequest& request) {
+        if (request.lists.empty()) return;
         auto* row = new QHBoxLayout;
         for (const auto& spec : request.lists) {
             auto* column = new QVBoxLayout;
@@ -182,71 +217,67 @@ ChoiceAnswer QtPrompter::choose(const ChoiceRequest& request) {
             for (const std::string& item : spec.items) list->addItem(toQt(item));
             list->setCurrentRow(spec.index);
             if (spec.doubleClickButton >= 0)
-                QObject::connect(list, &QListWidget::itemDoubleClicked, &dialog,
-                                 [&dialog, &chosen, button = spec.doubleClickButton] {
-                                     chosen = button;
-                                     dialog.finish();
-                                 });
+                QObject::connect(list, &QListWidget::itemDoubleClicked, &dialog_,
+                                 [this, button = spec.doubleClickButton] { press(button); });
             column->addWidget(list);
             row->addLayout(column);
-            lists.push_back(list);
-            if (spec.enabledByOption >= 0) followers.emplace_back(list, spec.enabledByOption);
+            lists_.push_back(list);
+            if (spec.enabledByOption >= 0) followers_.emplace_back(list, spec.enabledByOption);
         }
-        layout->addLayout(row);
+        layout_->addLayout(row);
     }
-    std::vector<QLineEdit*> fields;
-    if (!request.fields.empty()) {
+
+    void addFields(const ChoiceRequest& request) {
+        if (request.fields.empty()) return;
         auto* form = new QFormLayout;
         for (const auto& field : request.fields) {
             auto* edit = new QLineEdit(toQt(field.text));
             edit->setObjectName(QString::fromStdString(field.objectName));
             form->addRow(toQt(field.label), edit);
-            fields.push_back(edit);
-            if (field.enabledByOption >= 0) followers.emplace_back(edit, field.enabledByOption);
+            fields_.push_back(edit);
+            if (field.enabledByOption >= 0) followers_.emplace_back(edit, field.enabledByOption);
         }
-        layout->addLayout(form);
+        layout_->addLayout(form);
     }
-    const auto follow = [&followers, options] {
-        for (const auto& [widget, option] : followers) widget->setEnabled(options->checkedId() == option);
-    };
-    follow();
-    QObject::connect(options, &QButtonGroup::idClicked, &dialog, follow);
 
-    std::vector<QCheckBox*> checks;
-    for (const auto& check : request.checks) {
-        auto* box = new QCheckBox(toQt(check.caption));
-        box->setObjectName(QString::fromStdString(check.objectName));
-        box->setChecked(check.checked);
-        box->setEnabled(check.enabled);
-        layout->addWidget(box);
-        checks.push_back(box);
+    void addChecks(const ChoiceRequest& request) {
+        for (const auto& check : request.checks) {
+            auto* box = new QCheckBox(toQt(check.caption));
+            box->setObjectName(QString::fromStdString(check.objectName));
+            box->setChecked(check.checked);
+            box->setEnabled(check.enabled);
+            layout_->addWidget(box);
+            checks_.push_back(box);
+        }
     }
-    auto* row = new QHBoxLayout;
-    row->addStretch();
-    for (std::size_t i = 0; i < request.buttons.size(); ++i) {
-        const auto& spec = request.buttons[i];
-        auto* button = new QPushButton(toQt(spec.caption));
-        button->setObjectName(QString::fromStdString(spec.objectName));
-        button->setEnabled(spec.enabled);
-        button->setAutoDefault(false);
-        QObject::connect(button, &QPushButton::clicked, &dialog, [&dialog, &chosen, i] {
-            chosen = static_cast<int>(i);
-            dialog.finish();
-        });
-        row->addWidget(button);
-    }
-    layout->addLayout(row);
-    dialog.exec();
 
-    ChoiceAnswer answer;
-    answer.button = chosen;
-    for (QCheckBox* box : checks) answer.checks.push_back(box->isChecked());
-    answer.option = options->checkedId();
-    for (QListWidget* list : lists) answer.lists.push_back(list->currentItem() && list->currentItem()->isSelected()
-                                                               ? list->currentRow()
-                                                               : -1);
-    for (QLineEdit* edit : fields) answer.fields.push_back(fromQt(edit->text()));
-    return answer;
-}
+    void addButtons(const ChoiceRequest& request) {
+        auto* row = new QHBoxLayout;
+        row->addStretch();
+        for (std::size_t i = 0; i < request.buttons.size(); ++i) {
+            const auto& spec = request.buttons[i];
+            auto* button = new QPushButton(toQt(spec.caption));
+            button->setObjectName(QString::fromStdString(spec.objectName));
+            button->setEnabled(spec.enabled);
+            button->setAutoDefault(false);
+            QObject::connect(button, &QPushButton::clicked, &dialog_, [this, i] { press(static_cast<int>(i)); });
+            row->addWidget(button);
+        }
+        layout_->addLayout(row);
+    }
+
+    ButtonsOnlyDialog dialog_;
+    QVBoxLayout* layout_ = nullptr;
+    QButtonGroup* options_ = nullptr;
+    std::vector<QListWidget*> lists_;
+    std::vector<QLineEdit*> fields_;
+    std::vector<QCheckBox*> checks_;
+    std::vector<std::pair<QWidget*, int>> followers_;
+    int chosen_ = -1;
+};
+
+}  // namespace
+
+ChoiceAnswer QtPrompter::choose(const ChoiceRequest& request) { return ChoiceDialog(parent_, request).run(); }
 
 }  // namespace tavlo
