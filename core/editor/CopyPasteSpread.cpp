@@ -294,81 +294,89 @@ std::string spreadString(const MessageStringSet& source, MessageStringSet& targe
 
 }  // namespace
 
-void ApplySpread(EditorState& editor, bool button, int source, int from, int to, int option) {
-    if (from > to) return;
-    WorkingPreset& p = editor.preset;
-    if (!button) {
-        const FaderDef s = p.Faders.at(source);
-        const MessageStringSet sStrings = p.FaderStrings.at(source);
-        for (int i = from; i <= to && i < kFaderCount; ++i) {
-            if (i == source || i < 0) continue;
-            FaderDef& t = p.Faders[i];
-            if (s.Function == 0) {
-                t.Function = 0;
-                p.FaderStrings[i].Count = 0;
-                continue;
-            }
-            t.Function = s.Function;
-            t.DeviceMapString = s.DeviceMapString;
-            t.MasterOf = s.MasterOf;
-            t.Min = s.Min;
-            t.Max = s.Max;
-            t.MIDIString = s.MIDIString;
-            t.Name = s.Name;
-            t.ParamFormat = s.ParamFormat;
-            t.Polarity = s.Polarity;
-            t.ReplaceMode = s.ReplaceMode;
-            t.Value = s.Value;
-            const int step = i - source;
-            if (s.Function == 1) {
-                if (option == 0) {
-                    t.Channel = static_cast<std::int16_t>(std::clamp(s.Channel + step, 1, 16));
-                    t.CCNum = s.CCNum;
-                } else {
-                    t.CCNum = static_cast<std::int16_t>(std::clamp(s.CCNum + step, 0, 120));
-                    t.Channel = s.Channel;
-                }
-            } else if (s.Function == 3) {
-                if (option == 0) p.FaderStrings[i] = sStrings;
-                else t.MIDIString = spreadString(sStrings, p.FaderStrings[i], step);
-            }
+namespace {
+
+void spreadFaders(WorkingPreset& p, int source, int from, int to, int option) {
+    const FaderDef s = p.Faders.at(source);
+    const MessageStringSet sStrings = p.FaderStrings.at(source);
+    for (int i = from; i <= to && i < kFaderCount; ++i) {
+        if (i == source || i < 0) continue;
+        FaderDef& t = p.Faders[i];
+        if (s.Function == 0) {
+            t.Function = 0;
+            p.FaderStrings[i].Count = 0;
+            continue;
         }
-    } else {
-        const ButtonDef s = p.Buttons.at(source);
-        const MessageStringSet s1 = p.ButtonStrings1.at(source);
-        const MessageStringSet s2 = p.ButtonStrings2.at(source);
-        for (int i = from; i <= to && i < kButtonCount; ++i) {
-            if (i == source || i < 0) continue;
-            ButtonDef& t = p.Buttons[i];
-            if (s.Function == 0) {
-                t.Function = 0;
-                p.ButtonStrings1[i].Count = 0;
-                p.ButtonStrings2[i].Count = 0;
-                continue;
+        t.Function = s.Function;
+        t.DeviceMapString = s.DeviceMapString;
+        t.MasterOf = s.MasterOf;
+        t.Min = s.Min;
+        t.Max = s.Max;
+        t.MIDIString = s.MIDIString;
+        t.Name = s.Name;
+        t.ParamFormat = s.ParamFormat;
+        t.Polarity = s.Polarity;
+        t.ReplaceMode = s.ReplaceMode;
+        t.Value = s.Value;
+        const int step = i - source;
+        if (s.Function == 1) {
+            if (option == 0) {
+                t.Channel = static_cast<std::int16_t>(std::clamp(s.Channel + step, 1, 16));
+                t.CCNum = s.CCNum;
+            } else {
+                t.CCNum = static_cast<std::int16_t>(std::clamp(s.CCNum + step, 0, 120));
+                t.Channel = s.Channel;
             }
-            const ButtonDef keep = t;
-            t = s;
-            t.DeviceMapString = keep.DeviceMapString;
-            const int step = i - source;
-            if (s.Function == 3 || s.Function == 4) {
-                if (option == 0) {
-                    t.Channel = static_cast<std::int16_t>(std::clamp(s.Channel + step, 0, 16));
-                } else if (s.Function == 3) {
-                    t.ProgChange = static_cast<std::int16_t>(std::clamp(s.ProgChange + step, 0, 127));
-                } else {
-                    t.Note = static_cast<std::int16_t>(std::clamp(s.Note + step, 0, 127));
-                }
-            } else if (s.Function >= 5 && s.Function <= 7) {
-                if (option == 0) {
-                    p.ButtonStrings1[i] = s1;
-                    p.ButtonStrings2[i] = s2;
-                } else {
-                    t.String1 = spreadString(s1, p.ButtonStrings1[i], step);
-                    t.String2 = spreadString(s2, p.ButtonStrings2[i], step);
-                }
+        } else if (s.Function == 3) {
+            if (option == 0) p.FaderStrings[i] = sStrings;
+            else t.MIDIString = spreadString(sStrings, p.FaderStrings[i], step);
+        }
+    }
+}
+
+void spreadButtons(WorkingPreset& p, int source, int from, int to, int option) {
+    const ButtonDef s = p.Buttons.at(source);
+    const MessageStringSet s1 = p.ButtonStrings1.at(source);
+    const MessageStringSet s2 = p.ButtonStrings2.at(source);
+    for (int i = from; i <= to && i < kButtonCount; ++i) {
+        if (i == source || i < 0) continue;
+        ButtonDef& t = p.Buttons[i];
+        if (s.Function == 0) {
+            t.Function = 0;
+            p.ButtonStrings1[i].Count = 0;
+            p.ButtonStrings2[i].Count = 0;
+            continue;
+        }
+        const ButtonDef keep = t;
+        t = s;
+        t.DeviceMapString = keep.DeviceMapString;
+        const int step = i - source;
+        if (s.Function == 3 || s.Function == 4) {
+            if (option == 0) {
+                t.Channel = static_cast<std::int16_t>(std::clamp(s.Channel + step, 0, 16));
+            } else if (s.Function == 3) {
+                t.ProgChange = static_cast<std::int16_t>(std::clamp(s.ProgChange + step, 0, 127));
+            } else {
+                t.Note = static_cast<std::int16_t>(std::clamp(s.Note + step, 0, 127));
+            }
+        } else if (s.Function >= 5 && s.Function <= 7) {
+            if (option == 0) {
+                p.ButtonStrings1[i] = s1;
+                p.ButtonStrings2[i] = s2;
+            } else {
+                t.String1 = spreadString(s1, p.ButtonStrings1[i], step);
+                t.String2 = spreadString(s2, p.ButtonStrings2[i], step);
             }
         }
     }
+}
+
+}  // namespace
+
+void ApplySpread(EditorState& editor, bool button, int source, int from, int to, int option) {
+    if (from > to) return;
+    if (button) spreadButtons(editor.preset, source, from, to, option);
+    else spreadFaders(editor.preset, source, from, to, option);
     RedrawCaptions(editor);
     editor.notifyChanged();
 }
