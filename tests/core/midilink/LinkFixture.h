@@ -3,35 +3,30 @@
 
 #include <memory>
 
-#include "TestProgram.h"
-#include "sysex/DeviceMessages.h"
 #include "LoopbackBackend.h"
-#include "shell/Program.h"
+#include "TestProgram.h"
 #include "midilink/MidiLink.h"
+#include "shell/Program.h"
+#include "sysex/DeviceMessages.h"
 
 namespace tavlo::testing {
 
-// A session whose MIDIIn and MIDIOut are open on a scripted loopback device
-// "Dev": what the program sends is in `loop->sent`, and `reply` says what
-// the device answers.
+// The program on a scripted loopback whose devices are `names`; by default
+// MIDIIn and MIDIOut are open on the first, "Dev". What the program sends is
+// in `loop->sent`, and `answerWith` says what "Dev" answers.
 class LinkFixture : public ::testing::Test {
 protected:
-    void SetUp() override {
-        loop = std::make_shared<LoopbackBackend>(std::vector<std::string>{"Dev"}, &ts.clock);
+    explicit LinkFixture(std::vector<std::string> names = {"Dev"})
+        : loop(std::make_shared<LoopbackBackend>(std::move(names), &ts.clock)) {
         loop->echo = false;
         ts->midiLink.setSystemBackend(loop);
-        openPorts("Dev");
     }
 
-    void openPorts(const std::string& name) {
-        MidiLink& link = ts->midiLink;
+    void SetUp() override {
         std::string error;
-        const auto ins = link.devices.inputNames();
-        const auto outs = link.devices.outputNames();
-        link.MIDIIn.setDeviceNumber(static_cast<int>(std::find(ins.begin(), ins.end(), name) - ins.begin()));
-        link.MIDIOut.setDeviceNumber(static_cast<int>(std::find(outs.begin(), outs.end(), name) - outs.begin()));
-        ASSERT_TRUE(link.MIDIIn.open(error)) << error;
-        ASSERT_TRUE(link.MIDIOut.open(error)) << error;
+        ts->midiLink.MIDIIn.setDeviceNumber(0);
+        ts->midiLink.MIDIOut.setDeviceNumber(0);
+        ASSERT_TRUE(ts->midiLink.MIDIIn.open(error) && ts->midiLink.MIDIOut.open(error)) << error;
     }
 
     // The device answers each request with these messages.
@@ -50,12 +45,5 @@ protected:
     TestProgram ts;
     std::shared_ptr<LoopbackBackend> loop;
 };
-
-// A single preset dump with some body, identifier `id`.
-inline std::string PresetDumpBytes(int id, char fill = 1) {
-    std::string dump = DeviceDumpHeader(id, DeviceCommand::PresetDump);
-    dump += std::string(32, 2) + std::string("\x00\x00\x00\x02", 4) + std::string(4, fill) + '\xF7';
-    return dump;
-}
 
 }  // namespace tavlo::testing

@@ -5,6 +5,8 @@
 #include "FakeTime.h"
 #include "LoopbackBackend.h"
 #include "midilink/MidiLink.h"
+#include "midilink/PacedSender.h"
+#include "sysex/DeviceMessages.h"
 
 using namespace tavlo;
 using namespace tavlo::testing;
@@ -148,6 +150,69 @@ TEST_F(MidiPortsTest, ReplacingTheSystemBackendClosesItsPorts) {
     EXPECT_FALSE(link.MIDIIn.isOpen());
     EXPECT_FALSE(link.MIDIOut.isOpen());
     EXPECT_EQ(link.devices.inputNames(), (std::vector<std::string>{"C", kVirtualDeviceName}));
+}
+
+// ---- Sending a long dump in pieces ----
+
+struct Sent {
+    std::vector<std::string> pieces;
+    std::vector<std::int64_t> times;
+};
+
+Sent SendAll(const std::string& bytes, const PacingPlan& plan, FakeClock& clock, int failAt = -1) {
+    Sent sent;
+    SendInPieces(
+        bytes, plan,
+        [&](std::string_view piece) {
+            if (static_cast<int>(sent.pieces.size()) == failAt) return false;
+            sent.pieces.emplace_back(piece);
+            sent.times.push_back(clock.now());
+            return true;
+        },
+        [&](std::int64_t ms) { clock.advance(ms); }, [&] { return clock.now(); });
+    return sent;
+}
+
+std::string Dump(std::size_t length) {
+    std::string dump = DeviceDumpHeader(0, DeviceCommand::AllPresets);
+    for (std::size_t i = dump.size(); i + 1 < length; ++i) dump += static_cast<char>(i % 16);
+    return dump + '\xF7';
+}
+
+TEST(PacedSender, ALongDumpGoesInPiecesThatJoinToTheWholeAtTheCablesPace) {
+    const struct {
+        std::size_t length;
+        bool wire;
+        std::size_t pieces;
+    } cases[] = {{45000, true, 176}, {45000, false, 44}, {256, true, 1}, {257, true, 2}, {9, true, 1}};
+    for (const auto& c : cases) {
+        FakeClock clock;
+        const std::int64_t start = clock.now();
+        const PacingPlan& plan = c.wire ? kWirePacing : kFastPacing;
+        const std::string dump = Dump(c.length);
+        const Sent sent = SendAll(dump, plan, clock);
+        ASSERT_EQ(sent.pieces.size(), c.pieces) << c.length;
+        std::string joined;
+        for (const auto& p : sent.pieces) {
+            EXPECT_LE(p.size(), plan.pieceBytes);
+            joined += p;
+        }
+        EXPECT_EQ(joined, dump);
+        // Only the first piece opens the sysex, only the last closes it.
+        EXPECT_EQ(static_cast<unsigned char>(sent.pieces.front()[0]), 0xF0);
+        EXPECT_EQ(static_cast<unsigned char>(sent.pieces.back().back()), 0xF7);
+        for (std::size_t i = 1; i < sent.pieces.size(); ++i) EXPECT_EQ(sent.pieces[i].find('\xF0'), std::string::npos);
+        // The last piece leaves when the cable has carried all before it.
+        if (c.wire) {
+            EXPECT_EQ(sent.times.back() - start, (c.length - sent.pieces.back().size()) * 1000 / 3125);
+        }
+    }
+}
+
+TEST(PacedSender, AFailedPieceStopsTheRest) {
+    FakeClock clock;
+    const Sent sent = SendAll(Dump(5000), kWirePacing, clock, 3);
+    EXPECT_EQ(sent.pieces.size(), 3u);
 }
 
 }  // namespace
