@@ -22,7 +22,8 @@ std::string PresetDumpBytes(int id, char fill = 1) {
            std::string(4, fill) + '\xF7';
 }
 
-ExchangeRequest PresetRequest(IntervalRow row = IntervalRow::SinglePreset, TimeoutFlow flow = TimeoutFlow::SinglePreset) {
+ExchangeRequest PresetRequest(IntervalRow row = IntervalRow::SinglePreset,
+                              TimeoutFlow flow = TimeoutFlow::SinglePreset) {
     ExchangeRequest r;
     r.title = "Getting Preset from PC1600(x)";
     r.request = DeviceRequest(0, DeviceCommand::RequestEditBuffer);

@@ -173,7 +173,8 @@ TEST_F(MIDIFormTest, ChannelSearchFindsTheDeviceOnItsIdentifier) {
     ts->midiLink.virtualDevice().setSettings({.deviceId = 10});
     using Seen = std::pair<std::string, bool>;  // caption, controls enabled
     std::vector<Seen> seen;
-    ts->midiLink.form.subscribe([&] { seen.emplace_back(ts->midiLink.form.Caption, ts->midiLink.form.ControlsEnabled); });
+    const auto& form = ts->midiLink.form;
+    ts->midiLink.form.subscribe([&] { seen.emplace_back(form.Caption, form.ControlsEnabled); });
     const std::int64_t start = ts.clock.now();
     ts.prompter.expectMessage("Received Response", "Your PC1600(x) was found on MIDI In Channel 11!",
                               MessageAnswer::OK);
@@ -213,17 +214,11 @@ TEST_F(MIDIFormTest, ChannelSearchWithoutAnswerSaysSoAndTakesChannel1) {
     EXPECT_EQ(sentMessages(), requests);
 }
 
-// A device that refuses, one unplugged after the lists were filled, one gone
-// altogether: a click opens the device of the line by its name, or says why not.
-TEST_F(MIDIFormTest, AClickOpensTheDeviceOfTheLineOrSaysWhyNot) {
-    loop->refuse("Interface 2", "in use by another program");
+// Devices may come and go after the lists were filled: a click opens the
+// device of the line by its name, or says that it is gone.
+TEST_F(MIDIFormTest, AClickOpensTheDeviceOfTheLineByItsName) {
     LoadMidiConfiguration(*ts);
     auto& form = ts->midiLink.form;
-    form.MIDIInDevicesList.setListIndex(1);
-    ts.prompter.expectMessage("Cannot Open MIDI Port");
-    EXPECT_FALSE(MIDIInDevicesList_Click(*ts));
-    EXPECT_NE(ts.prompter.seen().at(0).text.find("in use by another program"), std::string::npos);
-
     ts->midiLink.setSystemBackend(std::make_shared<LoopbackBackend>(std::vector<std::string>{"Interface 2"}));
     form.MIDIOutDevicesList.setListIndex(1);  // "Interface 2", now the first device
     EXPECT_TRUE(MIDIOutDevicesList_Click(*ts));

@@ -190,9 +190,7 @@ TEST(DecodePresetDump, SetupScene) {
         EXPECT_EQ(d.into.preset.SetupString, "F6");
         // The PC1600 can't have a setup scene: the user is told it went.
         ASSERT_EQ(d.into.messages.size(), c.pc1600 ? 1u : 0u);
-        if (c.pc1600) {
-            EXPECT_EQ(d.into.messages[0].first, kIncompatibleTitle);
-        }
+        EXPECT_TRUE(!c.pc1600 || d.into.messages[0].first == kIncompatibleTitle);
     }
 }
 

@@ -14,7 +14,7 @@ using namespace tavlo;
 
 namespace {
 
-std::string bytes(std::initializer_list<int> values) { return tavlo::testing::Bytes(values); }
+using tavlo::testing::Bytes;
 
 // The raw body of a dump: the nibble pairs from offset 43 to the F7 joined.
 std::string rawBody(const std::string& dump) {
@@ -51,8 +51,13 @@ struct Fixture {
     std::string record(std::size_t index) const { return records(dump()).at(index); }
 };
 
+std::int16_t i16(int v) { return static_cast<std::int16_t>(v); }
+
 FaderDef fader(int function, const char* name, int min, int max, int channel = 16, int cc = 0, int mode = 0,
-               int format = 0, std::string master = std::string(18, ' '));
+               int format = 0, std::string master = std::string(18, ' ')) {
+    return FaderDef{name, 0, i16(function), i16(min), i16(max), i16(channel), i16(cc), -1, i16(mode), "",
+                    i16(format), std::move(master), ""};
+}
 
 void setString(MessageStringSet& set, const std::vector<const char*>& substrings) {
     set.clear();
@@ -64,16 +69,16 @@ TEST(Form2PresetSysex, FrameSizeAndNibbles) {
     f.deviceId = 5;
     std::string dump = f.dump();
     ASSERT_EQ(dump.size(), 188u);  // a new preset: 36 empty records, size 72
-    EXPECT_EQ(dump.substr(0, 7), bytes({0xF0, 0x00, 0x00, 0x1B, 0x0B, 0x05, 0x04}));
-    EXPECT_EQ(dump.substr(39, 4), bytes({0, 0, 4, 8}));
+    EXPECT_EQ(dump.substr(0, 7), Bytes({0xF0, 0x00, 0x00, 0x1B, 0x0B, 0x05, 0x04}));
+    EXPECT_EQ(dump.substr(39, 4), Bytes({0, 0, 4, 8}));
     EXPECT_EQ(static_cast<unsigned char>(dump.back()), 0xF7);
     const auto recs = records(dump);
     ASSERT_EQ(recs.size(), 36u);
-    for (std::size_t i = 0; i < recs.size(); ++i) EXPECT_EQ(recs[i], bytes({1, 0})) << i;
+    for (std::size_t i = 0; i < recs.size(); ++i) EXPECT_EQ(recs[i], Bytes({1, 0})) << i;
     for (std::size_t i = 7; i + 1 < dump.size(); ++i) EXPECT_LT(static_cast<unsigned char>(dump[i]), 16) << i;
     // The size follows the body: a fader record of 11 bytes more gives 83 = 53h.
     f.preset.Faders[0] = fader(1, "Volume", 0, 127);
-    EXPECT_EQ(f.dump().substr(39, 4), bytes({0, 0, 5, 3}));
+    EXPECT_EQ(f.dump().substr(39, 4), Bytes({0, 0, 5, 3}));
 }
 
 TEST(Form2PresetSysex, NameIsTrimmedPaddedAndSubstituted) {
@@ -99,39 +104,31 @@ struct FaderCase {
     std::string record;
 };
 
-std::int16_t i16(int v) { return static_cast<std::int16_t>(v); }
-
-FaderDef fader(int function, const char* name, int min, int max, int channel, int cc, int mode, int format,
-               std::string master) {
-    return FaderDef{name, 0, i16(function), i16(min), i16(max), i16(channel), i16(cc), -1, i16(mode), "",
-                    i16(format), std::move(master), ""};
-}
-
 TEST(Form2PresetSysex, FaderRecordsByFunction) {
     const FaderCase cases[] = {
-        {"function 0 loses its name", fader(0, "Named", 0, 127), {}, bytes({1, 0})},
+        {"function 0 loses its name", fader(0, "Named", 0, 127), {}, Bytes({1, 0})},
         {"continuous controller", fader(1, "Vol>ume", 10, 100, 16, 7, 2), {},
-         bytes({13, 0x71, 10, 100, 0x10, 7, 2}) + "Vol~ume"},
-        {"channel 15", fader(1, "", 127, 0, 15, 0, 0), {}, bytes({6, 0x01, 127, 0, 15, 0, 0})},
+         Bytes({13, 0x71, 10, 100, 0x10, 7, 2}) + "Vol~ume"},
+        {"channel 15", fader(1, "", 127, 0, 15, 0, 0), {}, Bytes({6, 0x01, 127, 0, 15, 0, 0})},
         {"master of faders 1, 9, CV1, CV2", fader(2, "M", 0, 127, 16, 0, 0, 0, "X       X       XX"), {},
-         bytes({5, 0x12, 0x01, 0x01, 0x03}) + "M"},
+         Bytes({5, 0x12, 0x01, 0x01, 0x03}) + "M"},
         {"master of 8 and 16", fader(2, "", 0, 127, 16, 0, 0, 0, "       X       X  "), {},
-         bytes({4, 0x02, 0x80, 0x80, 0x00})},
+         Bytes({4, 0x02, 0x80, 0x80, 0x00})},
         {"string with global channel and fader value", fader(3, "Cut", -1, 300, 16, 0, 0, 1), {"B0-gc 07 pr"},
-         bytes({14, 0x33, 2, 0xFF, 0xFF, 0x01, 0x2C, 4, 0xB0, 0xFE, 0x07, 0xFF}) + "Cut"},
+         Bytes({14, 0x33, 2, 0xFF, 0xFF, 0x01, 0x2C, 4, 0xB0, 0xFE, 0x07, 0xFF}) + "Cut"},
         {"string of several substrings and specials", fader(3, "", 0, 16383, 16, 0, 0, 12),
          {"F0 41 dv 42 12 40 cs F7", "rv", "C0-gc 05"},
-         bytes({19, 0x03, 13, 0x00, 0x00, 0x3F, 0xFF, 12, 0xF0, 0x41, 0xFD, 0x42, 0x12, 0x40, 0xFC, 0xF7, 0xFF, 0xC0,
+         Bytes({19, 0x03, 13, 0x00, 0x00, 0x3F, 0xFF, 12, 0xF0, 0x41, 0xFD, 0x42, 0x12, 0x40, 0xFC, 0xF7, 0xFF, 0xC0,
                 0xFE, 0x05})},
         {"a name longer than the head holds", fader(1, "ABCDEFGHIJKLMNOPQ", 0, 127), {},
-         bytes({21, 0xF1, 0, 127, 16, 0, 0}) + "ABCDEFGHIJKLMNO"},
+         Bytes({21, 0xF1, 0, 127, 16, 0, 0}) + "ABCDEFGHIJKLMNO"},
     };
     for (const FaderCase& c : cases) {
         Fixture f;
         f.preset.Faders[3] = c.fader;
         setString(f.preset.FaderStrings[3], c.strings);
         EXPECT_EQ(f.record(3), c.record) << c.what;
-        EXPECT_EQ(f.record(2), bytes({1, 0})) << c.what;
+        EXPECT_EQ(f.record(2), Bytes({1, 0})) << c.what;
     }
 }
 
@@ -157,17 +154,17 @@ struct ButtonCase {
 
 TEST(Form2PresetSysex, ButtonRecordsByFunctionAndModel) {
     const ButtonCase cases[] = {
-        {"off", button(0, "Gone"), false, bytes({1, 0})},
-        {"mute", button(1, "Mute"), false, bytes({5, 0x41}) + "Mute"},
-        {"solo", button(2, "S>"), false, bytes({3, 0x22}) + "S~"},
-        {"program change on ChOut", button(3, "PC", 16, 42), false, bytes({5, 0x23, 0x10, 42}) + "PC"},
-        {"program change on channel 16", button(3, "", 15, 0), false, bytes({3, 0x03, 0x0F, 0})},
-        {"note", button(4, "N", 2, 0, 100, 61), false, bytes({5, 0x14, 2, 61, 100}) + "N"},
-        {"send fader", button(8, "SF"), false, bytes({3, 0x28}) + "SF"},
-        {"send fader on PC1600", button(8, "SF"), true, bytes({1, 0})},
-        {"send scene in the list", button(9, "SS", 16, 0, 127, 60, "Verse", 77), false, bytes({4, 0x29, 5}) + "SS"},
-        {"send scene of another owner", button(9, "", 16, 0, 127, 60, "Verse", 78), false, bytes({2, 0x09, 100})},
-        {"send scene on PC1600", button(9, "SS", 16, 0, 127, 60, "Verse", 77), true, bytes({1, 0})},
+        {"off", button(0, "Gone"), false, Bytes({1, 0})},
+        {"mute", button(1, "Mute"), false, Bytes({5, 0x41}) + "Mute"},
+        {"solo", button(2, "S>"), false, Bytes({3, 0x22}) + "S~"},
+        {"program change on ChOut", button(3, "PC", 16, 42), false, Bytes({5, 0x23, 0x10, 42}) + "PC"},
+        {"program change on channel 16", button(3, "", 15, 0), false, Bytes({3, 0x03, 0x0F, 0})},
+        {"note", button(4, "N", 2, 0, 100, 61), false, Bytes({5, 0x14, 2, 61, 100}) + "N"},
+        {"send fader", button(8, "SF"), false, Bytes({3, 0x28}) + "SF"},
+        {"send fader on PC1600", button(8, "SF"), true, Bytes({1, 0})},
+        {"send scene in the list", button(9, "SS", 16, 0, 127, 60, "Verse", 77), false, Bytes({4, 0x29, 5}) + "SS"},
+        {"send scene of another owner", button(9, "", 16, 0, 127, 60, "Verse", 78), false, Bytes({2, 0x09, 100})},
+        {"send scene on PC1600", button(9, "SS", 16, 0, 127, 60, "Verse", 77), true, Bytes({1, 0})},
     };
     for (const ButtonCase& c : cases) {
         Fixture f;
@@ -190,9 +187,9 @@ TEST(Form2PresetSysex, ButtonStrings) {
     setString(f.preset.ButtonStrings1[2], {});
     setString(f.preset.ButtonStrings2[2], {"C0 01"});
     const auto recs = records(f.dump());
-    EXPECT_EQ(recs[18], bytes({8, 0x25, 4, 0x90, 0x3C, 0xFF, 0xFC}) + "St");
-    EXPECT_EQ(recs[19], bytes({12, 0x26, 3, 0x90, 0x3C, 0x7F, 4, 0x80, 0x3C, 0x00, 0xFE}) + "PR");
-    EXPECT_EQ(recs[20], bytes({5, 0x07, 0, 2, 0xC0, 0x01}));
+    EXPECT_EQ(recs[18], Bytes({8, 0x25, 4, 0x90, 0x3C, 0xFF, 0xFC}) + "St");
+    EXPECT_EQ(recs[19], Bytes({12, 0x26, 3, 0x90, 0x3C, 0x7F, 4, 0x80, 0x3C, 0x00, 0xFE}) + "PR");
+    EXPECT_EQ(recs[20], Bytes({5, 0x07, 0, 2, 0xC0, 0x01}));
 }
 
 TEST(Form2PresetSysex, LongStringsWriteTheFirstTwoHexDigitsOfTheirCount) {
@@ -210,8 +207,8 @@ TEST(Form2PresetSysex, LongStringsWriteTheFirstTwoHexDigitsOfTheirCount) {
 }
 
 TEST(Form2PresetSysex, DataWheel) {
-    for (const auto& [link, record] : {std::pair{0, bytes({1, 0})}, std::pair{1, bytes({2, 1, 0})},
-                                       std::pair{17, bytes({2, 1, 16})}, std::pair{19, bytes({2, 1, 18})}}) {
+    for (const auto& [link, record] : {std::pair{0, Bytes({1, 0})}, std::pair{1, Bytes({2, 1, 0})},
+                                       std::pair{17, Bytes({2, 1, 16})}, std::pair{19, Bytes({2, 1, 18})}}) {
         Fixture f;
         f.preset.DataWheelLink = static_cast<std::int16_t>(link);
         EXPECT_EQ(f.record(kWheel), record) << link;
@@ -224,59 +221,39 @@ struct SetupCase {
     std::string record;
 };
 
+void chooseScene(Fixture& f) {
+    f.scenes.setLine(3, "03:  Chorus  [p:01]", 12);
+    f.setupLine = "03:  Chorus  [p:01]";
+    f.preset.SetupScene = "Chorus";
+    f.preset.SetupScenePreset = 12;
+}
+
 TEST(Form2PresetSysex, SetupRecord) {
-    auto channel = [](Fixture& f, int ch, int bank, int msb, int prog, int vol) {
-        f.preset.SetupChannels[static_cast<std::size_t>(ch)] =
-            SetupChannelDef{static_cast<std::int16_t>(bank), static_cast<std::int16_t>(msb),
-                            static_cast<std::int16_t>(prog), static_cast<std::int16_t>(vol)};
-    };
-    auto chooseScene = [](Fixture& f) {
-        f.scenes.setLine(3, "03:  Chorus  [p:01]", 12);
-        f.setupLine = "03:  Chorus  [p:01]";
-        f.preset.SetupScene = "Chorus";
-        f.preset.SetupScenePreset = 12;
-    };
+    using F = Fixture&;
     const SetupCase cases[] = {
-        {"nothing", [](Fixture&) {}, bytes({1, 0})},
-        {"a bank alone is absent", [&](Fixture& f) { channel(f, 0, 5, 0, 0, 0); }, bytes({1, 0})},
+        {"nothing", [](F) {}, Bytes({1, 0})},
+        {"a bank alone is absent", [](F f) { f.preset.SetupChannels[0] = {5, 0, 0, 0}; }, Bytes({1, 0})},
         {"banks go with another channel's program",
-         [&](Fixture& f) {
-             channel(f, 0, 5, 0, 0, 0);
-             channel(f, 9, 0, 0, 11, 101);
-         },
-         bytes({10, 1, 0x01, 0x02, 0x84, 0x7F, 0x7F, 0x7F, 0x8A, 0xE4, 0})},
+         [](F f) { f.preset.SetupChannels[0] = {5, 0, 0, 0}; f.preset.SetupChannels[9] = {0, 0, 11, 101}; },
+         Bytes({10, 1, 0x01, 0x02, 0x84, 0x7F, 0x7F, 0x7F, 0x8A, 0xE4, 0})},
         {"MSB bank: one less than shown; bank 0 as FF",
-         [&](Fixture& f) {
-             channel(f, 1, 6, 1, 1, 0);
-             channel(f, 15, 1, 1, 0, 128);
-         },
-         bytes({10, 1, 0x02, 0x80, 0x04, 0x80, 0x7F, 0xFF, 0x7F, 0xFF, 0})},
+         [](F f) { f.preset.SetupChannels[1] = {6, 1, 1, 0}; f.preset.SetupChannels[15] = {1, 1, 0, 128}; },
+         Bytes({10, 1, 0x02, 0x80, 0x04, 0x80, 0x7F, 0xFF, 0x7F, 0xFF, 0})},
         {"initialised preset is always absent",
-         [&](Fixture& f) {
-             f.preset.Name = kInitializedName;
-             channel(f, 0, 0, 0, 3, 3);
-         },
-         bytes({1, 0})},
-        {"setup string alone",
-         [&](Fixture& f) { setString(f.preset.SetupStrings, {"B0 07 rv", "C0 05"}); },
-         bytes({9, 1, 0, 0, 5, 0xB0, 0x07, 0xFF, 0xC0, 0x05})},
-        {"setup scene", chooseScene, bytes({6, 1, 0, 0, 0xFE, 3, 0})},
-        {"setup scene not in the image",
-         [&](Fixture& f) {
-             chooseScene(f);
-             f.preset.SetupScenePreset = 13;
-         },
-         bytes({6, 1, 0, 0, 0xFE, 100, 0})},
-        {"no selection counts as a scene",
-         [&](Fixture& f) { f.setupLine.clear(); }, bytes({6, 1, 0, 0, 0xFE, 100, 0})},
+         [](F f) { f.preset.Name = kInitializedName; f.preset.SetupChannels[0] = {0, 0, 3, 3}; }, Bytes({1, 0})},
+        {"setup string alone", [](F f) { setString(f.preset.SetupStrings, {"B0 07 rv", "C0 05"}); },
+         Bytes({9, 1, 0, 0, 5, 0xB0, 0x07, 0xFF, 0xC0, 0x05})},
+        {"setup scene", chooseScene, Bytes({6, 1, 0, 0, 0xFE, 3, 0})},
+        {"setup scene not in the image", [](F f) { chooseScene(f); f.preset.SetupScenePreset = 13; },
+         Bytes({6, 1, 0, 0, 0xFE, 100, 0})},
+        {"no selection counts as a scene", [](F f) { f.setupLine.clear(); }, Bytes({6, 1, 0, 0, 0xFE, 100, 0})},
         {"the PC1600 sends banks as LSB and no scene",
-         [&](Fixture& f) {
+         [](F f) {
              f.pc1600 = true;
-             channel(f, 2, 6, 1, 0, 0);
-             channel(f, 3, 0, 0, 2, 0);
+             f.preset.SetupChannels[2] = {6, 1, 0, 0}; f.preset.SetupChannels[3] = {0, 0, 2, 0};
              chooseScene(f);
          },
-         bytes({10, 1, 0x0C, 0x00, 0x85, 0x7F, 0x7F, 0x7F, 0x81, 0x7F, 0})},
+         Bytes({10, 1, 0x0C, 0x00, 0x85, 0x7F, 0x7F, 0x7F, 0x81, 0x7F, 0})},
     };
     for (const SetupCase& c : cases) {
         Fixture f;
