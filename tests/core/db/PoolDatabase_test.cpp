@@ -154,36 +154,28 @@ TEST_P(RefusedPool, IsRefusedAndNotModified) {
     EXPECT_FALSE(PoolOpenMessage(result, path).text.empty());
 }
 
+using Path = const std::string&;
 INSTANTIATE_TEST_SUITE_P(
     Files, RefusedPool,
     ::testing::Values(
-        RefusedCase{"TextFile", [](const std::string& p) { std::ofstream(p) << "these are my notes, not a pool\n"; },
+        RefusedCase{"TextFile", [](Path p) { std::ofstream(p) << "these are my notes, not a pool\n"; },
                     PoolStatus::NotSQLite},
         RefusedCase{"OtherSQLite",
-                    [](const std::string& p) {
+                    [](Path p) {
                         Database db;
                         db.open(p, Database::Mode::ReadWriteCreate);
                         db.exec("CREATE TABLE Recipes (Name TEXT)");
                     },
                     PoolStatus::NotAPool},
         RefusedCase{"NewerSchema",
-                    [](const std::string& p) { makePool(p, [](Database& db) { db.setUserVersion(kPoolSchemaVersion + 1); }); },
+                    [](Path p) { makePool(p, [](Database& db) { db.setUserVersion(kPoolSchemaVersion + 1); }); },
                     PoolStatus::NewerSchema},
         RefusedCase{"NoInitializedPreset",
-                    [](const std::string& p) {
+                    [](Path p) {
                         makePool(p, [](Database& db) { db.exec("DELETE FROM PresetRec WHERE Name = '--Initialized--'"); });
                     },
                     PoolStatus::MissingInitialized}),
     [](const auto& info) { return std::string(info.param.name); });
-
-TEST(PoolMessages, CriticalErrorNamesSupport) {
-    PoolOpenResult result;
-    result.status = PoolStatus::MissingInitialized;
-    const auto message = PoolOpenMessage(result, "x");
-    EXPECT_EQ(message.title, "CRITICAL ERROR");
-    EXPECT_EQ(message.text.rfind("The Tavlo Database is Corrupt (Error #101).  Please contact ", 0), 0u);
-    EXPECT_TRUE(message.text.ends_with(" for support."));
-}
 
 // ---- Migration ----
 

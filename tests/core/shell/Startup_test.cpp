@@ -47,6 +47,9 @@ TEST(Startup, DamagedPoolShowsTheCriticalErrorAndRefuses) {
     PoolDatabase pool;
     EXPECT_FALSE(OpenPoolForStartup(pool, path, prompter));
     EXPECT_TRUE(prompter.done());
+    const std::string& text = prompter.seen().at(0).text;
+    EXPECT_EQ(text.rfind("The Tavlo Database is Corrupt (Error #101).  Please contact ", 0), 0u) << text;
+    EXPECT_TRUE(text.ends_with(" for support.")) << text;
     EXPECT_FALSE(pool.isOpen());
 }
 

@@ -1,9 +1,11 @@
 #include "base/MSBModule.h"
+#include "base/Windows1252.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 
+using namespace tavlo;
 using namespace tavlo::MSBModule;
 
 namespace {
@@ -39,20 +41,29 @@ TEST(NoteNumber, RefusesBadForms) {
     EXPECT_EQ(NoteNumber("  G9  "), 127);
 }
 
-TEST(SafeFileName, DropsForbiddenCharacters) {
+TEST(TextFilters, DropWhatTheirSetLacks) {
     EXPECT_EQ(SafeFileName("a/b\\c:d*e?f<g>h|i\"j"), "abcdefghij");
     EXPECT_EQ(SafeFileName("Lead Pad #1"), "Lead Pad #1");
-}
-
-TEST(FilterNameCharacters, KeepsOnlyTheFixedSet) {
     EXPECT_EQ(FilterNameCharacters("Abc 09+-=()*&^%$#@!>`{}[]|':;?/,._"), "Abc 09+-=()*&^%$#@!>`{}[]|':;?/,._");
     EXPECT_EQ(FilterNameCharacters("a\"b~c\\d<e" + ch(233)), "abcde");
-}
-
-TEST(Trim, OnlyBlanks) {
+    // Trim takes blanks only.
     EXPECT_EQ(Trim("  a b  "), "a b");
     EXPECT_EQ(Trim("   "), "");
     EXPECT_EQ(Trim("\ta\t"), "\ta\t");
+}
+
+// Every byte survives the round trip; what the code page can't hold becomes
+// "?", and malformed UTF-8 keeps its bytes.
+TEST(Windows1252, ConvertsBothWays) {
+    std::string all;
+    for (int b = 0; b < 256; ++b) all += ch(b);
+    EXPECT_EQ(Utf8ToWindows1252(Windows1252ToUtf8(all)), all);
+    const std::pair<int, const char*> cases[] = {{0x41, "A"},      {0x80, "\u20AC"}, {0x96, "\u2013"},
+                                                 {0x98, "\u02DC"}, {0xE9, "\u00E9"}, {0x81, "\u0081"}};
+    for (const auto& [byte, utf8] : cases) EXPECT_EQ(Windows1252ToUtf8(ch(byte)), utf8);
+    EXPECT_EQ(Utf8ToWindows1252("a\U0001F3B9b\u4E2D"), "a?b?");
+    const std::string broken = "x" + ch(0xC3) + "y" + ch(0xFF);
+    EXPECT_EQ(Utf8ToWindows1252(broken), broken);
 }
 
 }  // namespace
