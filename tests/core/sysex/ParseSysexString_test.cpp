@@ -17,19 +17,13 @@ TEST(MakeMultipleNotesSingle, WritesRunningStatusOut) {
         const char* out;
     };
     const Case cases[] = {
-        {"B0 07 40 08 50", "B0 07 40 B0 08 50"},
-        {"90 3C 7F 3E 7F", "90 3C 7F 90 3E 7F"},
-        {"B0-gc 07 40 08 50", "B0-gc 07 40 B0-gc 08 50"},
-        {"B0 07 40 08 50 0A 60", "B0 07 40 B0 08 50 B0 0A 60"},
+        {"B0 07 40 08 50", "B0 07 40 B0 08 50"}, {"90 3C 7F 3E 7F", "90 3C 7F 90 3E 7F"},
+        {"B0-gc 07 40 08 50", "B0-gc 07 40 B0-gc 08 50"}, {"B0 07 40 08 50 0A 60", "B0 07 40 B0 08 50 B0 0A 60"},
         {"B0 07 40 08 90 3C 7F", "B0 07 40 08 90 3C 7F"},  // an odd data byte stays on its own
-        {"B0 07 F7", "B0 07 F7"},
-        {"B0 F7", "B0 F7"},
-        {"90 3C", "90 3C"},
-        {"E0 00 40 00 41", "E0 00 40 E0 00 41"},
+        {"B0 07 F7", "B0 07 F7"}, {"B0 F7", "B0 F7"}, {"90 3C", "90 3C"}, {"E0 00 40 00 41", "E0 00 40 E0 00 41"},
         {"C0 05 06", "C0 05 06"},  // one data byte: not repeated
         {"F0 90 01 02 03 04 F7 B0 01 02 03 04", "F0 90 01 02 03 04 F7 B0 01 02 B0 03 04"},
-        {"B0 07 pr pr pr", "B0 07 pr B0 pr pr"},
-        {"", ""},
+        {"B0 07 pr pr pr", "B0 07 pr B0 pr pr"}, {"", ""},
     };
     for (const Case& c : cases) EXPECT_EQ(MakeMultipleNotesSingle(c.in), c.out) << c.in;
 }

@@ -9,94 +9,64 @@ using tavlo::testing::ScriptedPrompter;
 
 namespace {
 
-struct ValidateCase {
-    const char* input;
-    StringContext context;
-    bool pc1600;
-    bool ok;
-    const char* entered;   // returned text (the input as it came when in error); kSame: the input
-    const char* rendered;  // RenderedMessage when ok
-};
-
-std::ostream& operator<<(std::ostream& os, const ValidateCase& c) {
-    return os << '"' << c.input << "\" context " << static_cast<int>(c.context) << (c.pc1600 ? " PC1600" : "");
-}
-
-constexpr const char* kSame = nullptr;
-
-class Validate : public ::testing::TestWithParam<ValidateCase> {};
-
-TEST_P(Validate, CleansRendersOrRefuses) {
-    const ValidateCase& c = GetParam();
-    const EnteredStringCheck check = CheckEnteredString(c.input, c.context, c.pc1600);
-    EXPECT_EQ(check.ok, c.ok);
-    EXPECT_EQ(check.entered, c.entered ? c.entered : c.input);
-    EXPECT_EQ(check.rendered, c.ok ? std::string(c.rendered) : std::string("<error>"));
-}
-
+constexpr const char* kSame = nullptr;     // the text given back is the input
+constexpr const char* kRefused = nullptr;  // the check fails: "<error>" rendered, the input given back
 constexpr auto F = StringContext::Fader;
 constexpr auto B = StringContext::Button;
 constexpr auto S = StringContext::Setup;
 
-INSTANTIATE_TEST_SUITE_P(
-    Tokens, Validate,
-    ::testing::Values(
-        ValidateCase{"", F, false, true, kSame, ""},
-        ValidateCase{"f0  41   f7", F, false, true, "F0 41 F7", "F0 41 F7"},
-        ValidateCase{"240 065 247", B, false, true, kSame, "F0 41 F7"},
-        ValidateCase{"256", F, false, false, kSame, ""},
-        ValidateCase{"255", F, false, true, kSame, "FF"},
-        ValidateCase{"abc", F, false, true, kSame, "00"},
-        ValidateCase{"&HF", F, false, true, "&hf", "0F"},
-        ValidateCase{"1e2", F, false, true, kSame, "64"},
-        ValidateCase{"4", F, false, false, kSame, ""},
-        ValidateCase{"1234", F, false, false, kSame, ""},
-        ValidateCase{"zz-gc", F, false, true, kSame, "zz-gc"},
-        ValidateCase{"B0-gc 07 pr", F, false, true, "b0-gc 07 pr", "b0-gc 07 pr"},
-        ValidateCase{"90 3c 7g", F, false, false, kSame, ""},
-        ValidateCase{" 90", F, false, false, kSame, ""},
-        ValidateCase{"90 3C ", F, false, true, "90 3C", "90 3C"},
+TEST(CheckEnteredString, CleansRendersOrRefuses) {
+    const struct {
+        const char* input;
+        StringContext context;
+        bool pc1600;
+        const char *entered, *rendered;
+    } cases[] = {
+        {"", F, false, kSame, ""}, {"f0  41   f7", F, false, "F0 41 F7", "F0 41 F7"},
+        {"240 065 247", B, false, kSame, "F0 41 F7"}, {"256", F, false, kSame, kRefused},
+        {"255", F, false, kSame, "FF"}, {"abc", F, false, kSame, "00"}, {"&HF", F, false, "&hf", "0F"},
+        {"1e2", F, false, kSame, "64"}, {"4", F, false, kSame, kRefused}, {"1234", F, false, kSame, kRefused},
+        {"zz-gc", F, false, kSame, "zz-gc"}, {"B0-gc 07 pr", F, false, "b0-gc 07 pr", "b0-gc 07 pr"},
+        {"90 3c 7g", F, false, kSame, kRefused}, {" 90", F, false, kSame, kRefused},
+        {"90 3C ", F, false, "90 3C", "90 3C"},
         // Special tokens by kind of string.
-        ValidateCase{"B0 07 rv", F, false, false, kSame, ""},
-        ValidateCase{"90 3C rv", B, false, true, kSame, "90 3C rv"},
-        ValidateCase{"90 3C pr", S, false, false, kSame, ""},
-        ValidateCase{"pr 10", B, false, false, kSame, ""},
-        ValidateCase{"PR 10", B, false, false, kSame, ""},
-        ValidateCase{"GC 10", B, false, true, "gc 10", "gc 10"},
-        ValidateCase{"gc 10", B, false, false, kSame, ""},
-        ValidateCase{"gc 10", S, false, true, kSame, "gc 10"},
+        {"B0 07 rv", F, false, kSame, kRefused}, {"90 3C rv", B, false, kSame, "90 3C rv"},
+        {"90 3C pr", S, false, kSame, kRefused}, {"pr 10", B, false, kSame, kRefused},
+        {"PR 10", B, false, kSame, kRefused}, {"GC 10", B, false, "gc 10", "gc 10"},
+        {"gc 10", B, false, kSame, kRefused}, {"gc 10", S, false, kSame, "gc 10"},
         // The version 1.1 device.
-        ValidateCase{"90 3C rv", B, true, false, kSame, ""},
-        ValidateCase{"B0 gc 10", S, true, false, kSame, ""},
-        ValidateCase{"F0 dv F7", F, true, false, kSame, ""},
-        ValidateCase{"B0-gc 07 10", F, true, false, kSame, ""},
-        ValidateCase{"B0 07 pr", F, true, true, kSame, "B0 07 pr"},
-        ValidateCase{"F0 41 10 42 12 40 00 7F 00 cs F7", F, true, false, kSame, ""},
-        ValidateCase{"F0 41 10 42 12 40 00 7F 00 cs F7", B, true, true, kSame, "F0 41 10 42 12 40 00 7F 00 41 F7"}));
-
-INSTANTIATE_TEST_SUITE_P(
-    Checksum, Validate,
-    ::testing::Values(
+        {"90 3C rv", B, true, kSame, kRefused}, {"B0 gc 10", S, true, kSame, kRefused},
+        {"F0 dv F7", F, true, kSame, kRefused}, {"B0-gc 07 10", F, true, kSame, kRefused},
+        {"B0 07 pr", F, true, kSame, "B0 07 pr"}, {"F0 41 10 42 12 40 00 7F 00 cs F7", F, true, kSame, kRefused},
+        {"F0 41 10 42 12 40 00 7F 00 cs F7", B, true, kSame, "F0 41 10 42 12 40 00 7F 00 41 F7"},
         // Summed over 40 00 7F 00: the fifth byte behind F0 up to the one before "cs".
-        ValidateCase{"F0 41 10 42 12 40 00 7F 00 cs F7", B, false, true, kSame, "F0 41 10 42 12 40 00 7F 00 41 F7"},
-        ValidateCase{"F0 41 10 42 12 40 00 7F 00 cs F7", S, false, true, kSame, "F0 41 10 42 12 40 00 7F 00 41 F7"},
-        ValidateCase{"F0 41 10 42 12 40 00 7F 00 cs F7", F, false, true, kSame, "F0 41 10 42 12 40 00 7F 00 cs F7"},
+        {"F0 41 10 42 12 40 00 7F 00 cs F7", B, false, kSame, "F0 41 10 42 12 40 00 7F 00 41 F7"},
+        {"F0 41 10 42 12 40 00 7F 00 cs F7", S, false, kSame, "F0 41 10 42 12 40 00 7F 00 41 F7"},
+        {"F0 41 10 42 12 40 00 7F 00 cs F7", F, false, kSame, "F0 41 10 42 12 40 00 7F 00 cs F7"},
         // A 00 as third byte behind F0 moves the summed range one byte on.
-        ValidateCase{"F0 41 10 00 42 12 40 00 7F 00 cs F7", B, false, true, kSame,
-                     "F0 41 10 00 42 12 40 00 7F 00 41 F7"},
+        {"F0 41 10 00 42 12 40 00 7F 00 cs F7", B, false, kSame, "F0 41 10 00 42 12 40 00 7F 00 41 F7"},
         // Bytes summing to a multiple of 128 give 00.
-        ValidateCase{"F0 41 10 42 12 40 40 cs F7", B, false, true, kSame, "F0 41 10 42 12 40 40 00 F7"},
+        {"F0 41 10 42 12 40 40 cs F7", B, false, kSame, "F0 41 10 42 12 40 40 00 F7"},
         // Specials inside the summed range refuse; before it they don't.
-        ValidateCase{"F0 41 10 42 12 dv 00 cs F7", B, false, false, kSame, ""},
-        ValidateCase{"F0 41 10 42 12 40 rv cs F7", B, false, false, kSame, ""},
-        ValidateCase{"F0 41 10 42 12 40 gc cs F7", S, false, false, kSame, ""},
-        ValidateCase{"F0 41 dv 42 12 40 00 cs F7", B, false, true, kSame, "F0 41 dv 42 12 40 00 40 F7"},
-        ValidateCase{"F0 41 10 cs F7", B, false, false, kSame, ""},
-        ValidateCase{"F0 41 10 42 12 40 cs F7", F, false, true, kSame, "F0 41 10 42 12 40 cs F7"},
-        ValidateCase{"F0 41 10 42 12 cs F7", F, false, false, kSame, ""},
-        ValidateCase{"41 10 42 12 40 00 cs F7", F, false, false, kSame, ""},
-        ValidateCase{"F0 41 10 42 12 40 00 cs", F, false, false, kSame, ""},
-        ValidateCase{"F0 41 F7 42 12 40 00 cs F7", F, false, false, kSame, ""}));
+        {"F0 41 10 42 12 dv 00 cs F7", B, false, kSame, kRefused},
+        {"F0 41 10 42 12 40 rv cs F7", B, false, kSame, kRefused},
+        {"F0 41 10 42 12 40 gc cs F7", S, false, kSame, kRefused},
+        {"F0 41 dv 42 12 40 00 cs F7", B, false, kSame, "F0 41 dv 42 12 40 00 40 F7"},
+        {"F0 41 10 cs F7", B, false, kSame, kRefused},
+        {"F0 41 10 42 12 40 cs F7", F, false, kSame, "F0 41 10 42 12 40 cs F7"},
+        {"F0 41 10 42 12 cs F7", F, false, kSame, kRefused}, {"41 10 42 12 40 00 cs F7", F, false, kSame, kRefused},
+        {"F0 41 10 42 12 40 00 cs", F, false, kSame, kRefused},
+        {"F0 41 F7 42 12 40 00 cs F7", F, false, kSame, kRefused},
+    };
+    for (const auto& c : cases) {
+        const EnteredStringCheck check = CheckEnteredString(c.input, c.context, c.pc1600);
+        SCOPED_TRACE(std::string(c.input) + " context " + std::to_string(static_cast<int>(c.context)) +
+                     (c.pc1600 ? " PC1600" : ""));
+        EXPECT_EQ(check.ok, c.rendered != kRefused);
+        EXPECT_EQ(check.entered, c.entered ? c.entered : c.input);
+        EXPECT_EQ(check.rendered, c.rendered ? c.rendered : "<error>");
+    }
+}
 
 // The box around the check: an error shows the one box and gives the input
 // back as typed (the text collapsed); good text asks nothing.
@@ -126,20 +96,13 @@ struct GenerateCase {
 
 TEST(GenerateMessageBytes, BuildsStatusAndValuesByKind) {
     const GenerateCase cases[] = {
-        {0, 0, 60, 127, false, "  90 3C 7F"},
-        {1, 9, 60, 0, false, "  89 3C 00"},
-        {3, 16, 7, 100, false, "  B0-gc 07 64"},
-        {3, 15, 128, 128, true, "  BF pr pr"},
-        {3, 15, 128, 128, false, "  BF rv rv"},
-        {6, 2, 129, 130, false, "  E2 cs dv"},
+        {0, 0, 60, 127, false, "  90 3C 7F"}, {1, 9, 60, 0, false, "  89 3C 00"},
+        {3, 16, 7, 100, false, "  B0-gc 07 64"}, {3, 15, 128, 128, true, "  BF pr pr"},
+        {3, 15, 128, 128, false, "  BF rv rv"}, {6, 2, 129, 130, false, "  E2 cs dv"},
         {2, 1, 131, 132, false, "  A1 gc rv"},
         {0, 0, 132, 133, false, "  90  "},  // 132 gives nothing as first value
-        {4, 4, 5, 99, false, "  C4 05 "},
-        {5, 16, 127, 0, false, "  D0-gc 7F "},
-        {9, 3, 12, 0, false, "  F3 0C "},
-        {8, 3, 1, 2, false, "  F2 01 02"},
-        {13, 0, 1, 2, false, "  FB  "},
-        {7, 0, 1, 2, false, "  F0  "},
+        {4, 4, 5, 99, false, "  C4 05 "}, {5, 16, 127, 0, false, "  D0-gc 7F "}, {9, 3, 12, 0, false, "  F3 0C "},
+        {8, 3, 1, 2, false, "  F2 01 02"}, {13, 0, 1, 2, false, "  FB  "}, {7, 0, 1, 2, false, "  F0  "},
         {16, 0, 1, 2, false, "    "},
     };
     for (const GenerateCase& c : cases) {

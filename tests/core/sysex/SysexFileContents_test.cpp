@@ -24,12 +24,9 @@ TEST(SysexFileContents, NamesTheDevicesMessagesByCommand) {
         const char* line;
     };
     const Case cases[] = {
-        {0, "PC1600(x) RECALL PRESET Request (offset 1)"},
-        {1, "PC1600(x) ALL PRESETS Data (offset 1)"},
-        {2, "PC1600(x) ALL SCENES Data (offset 1)"},
-        {3, "PC1600(x) ALL GLOBALS Data (offset 1)"},
-        {4, "PC1600(x) CURRENT EDIT BUFFER Data (offset 1)"},
-        {5, "F0 00 00 1B 0B 07 05 , (offset 1)"},
+        {0, "PC1600(x) RECALL PRESET Request (offset 1)"}, {1, "PC1600(x) ALL PRESETS Data (offset 1)"},
+        {2, "PC1600(x) ALL SCENES Data (offset 1)"}, {3, "PC1600(x) ALL GLOBALS Data (offset 1)"},
+        {4, "PC1600(x) CURRENT EDIT BUFFER Data (offset 1)"}, {5, "F0 00 00 1B 0B 07 05 , (offset 1)"},
         {0x11, "F0 00 00 1B 0B 07 11 , (offset 1)"},
     };
     for (const Case& c : cases)
