@@ -172,7 +172,9 @@ INSTANTIATE_TEST_SUITE_P(
                     PoolStatus::NewerSchema},
         RefusedCase{"NoInitializedPreset",
                     [](Path p) {
-                        makePool(p, [](Database& db) { db.exec("DELETE FROM PresetRec WHERE Name = '--Initialized--'"); });
+                        makePool(p, [](Database& db) {
+                            db.exec("DELETE FROM PresetRec WHERE Name = '--Initialized--'");
+                        });
                     },
                     PoolStatus::MissingInitialized}),
     [](const auto& info) { return std::string(info.param.name); });

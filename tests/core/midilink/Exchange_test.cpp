@@ -24,15 +24,8 @@ std::string PresetDumpBytes(int id, char fill = 1) {
 
 ExchangeRequest PresetRequest(IntervalRow row = IntervalRow::SinglePreset,
                               TimeoutFlow flow = TimeoutFlow::SinglePreset) {
-    ExchangeRequest r;
-    r.title = "Getting Preset from PC1600(x)";
-    r.request = DeviceRequest(0, DeviceCommand::RequestEditBuffer);
-    r.awaitedCommand = DeviceCommand::PresetDump;
-    r.manualPrompt = kManualPresetPrompt;
-    r.automaticPrompt = "Retrieving the Preset from the PC1600(x)...";
-    r.row = row;
-    r.flow = flow;
-    return r;
+    return {"Getting Preset from PC1600(x)", DeviceRequest(0, DeviceCommand::RequestEditBuffer),
+            DeviceCommand::PresetDump, kManualPresetPrompt, "Retrieving the Preset from the PC1600(x)...", row, flow};
 }
 
 class ExchangeDumpTest : public LinkFixture {
@@ -62,9 +55,7 @@ protected:
 TEST_F(ExchangeDumpTest, ReceivesTheAwaitedDumpAfterSendingTheRequest) {
     const std::string dump = PresetDumpBytes(0);
     answerWith({dump});
-    const ExchangeResult result = ExchangeDump(*ts, PresetRequest());
-    ASSERT_TRUE(result.received());
-    EXPECT_EQ(result.dump, dump);
+    EXPECT_EQ(ExchangeDump(*ts, PresetRequest()).dump, dump);
     EXPECT_EQ(sentMessages(), std::vector<std::string>{DeviceRequest(0, 0x14)});
     EXPECT_EQ(ts.status.caption, "Getting Preset from PC1600(x)");
     EXPECT_EQ(ts.status.line, "Retrieving the Preset from the PC1600(x)...");
@@ -88,9 +79,7 @@ TEST_F(ExchangeDumpTest, WrongCommandsAndOtherMakersAreDroppedAndAnyIdentifierIs
     otherMaker[3] = 0x41;
     answerWith({DeviceDumpHeader(0, DeviceCommand::AllGlobals) + '\xF7', otherMaker, std::string("\x90\x3C\x40", 3),
                 std::string("\xF0\x00\x00\x1B\x0B\x00", 6), dump});
-    const ExchangeResult result = ExchangeDump(*ts, PresetRequest());
-    ASSERT_TRUE(result.received());
-    EXPECT_EQ(result.dump, dump);
+    EXPECT_EQ(ExchangeDump(*ts, PresetRequest()).dump, dump);
 }
 
 TEST_F(ExchangeDumpTest, AllScenesIsTakenOnlyAtItsExactLength) {
@@ -102,9 +91,7 @@ TEST_F(ExchangeDumpTest, AllScenesIsTakenOnlyAtItsExactLength) {
         return header + std::string(length - header.size() - 1, fill) + '\xF7';
     };
     answerWith({scenes(4408, 1), scenes(4410, 2), scenes(4409, 3)});
-    const ExchangeResult result = ExchangeDump(*ts, request);
-    ASSERT_TRUE(result.received());
-    EXPECT_EQ(result.dump, scenes(4409, 3));
+    EXPECT_EQ(ExchangeDump(*ts, request).dump, scenes(4409, 3));
 }
 
 struct TimeoutCase {
@@ -180,9 +167,7 @@ TEST_F(ExchangeDumpTest, ManualModeSendsNothingAndNeverTimesOut) {
     ts->midi.ManualMode = true;
     const std::string dump = PresetDumpBytes(0);
     answerAt(600000, dump);  // the user presses the dump button on the device after ten minutes
-    const ExchangeResult result = ExchangeDump(*ts, PresetRequest());
-    ASSERT_TRUE(result.received());
-    EXPECT_EQ(result.dump, dump);
+    EXPECT_EQ(ExchangeDump(*ts, PresetRequest()).dump, dump);
     EXPECT_TRUE(loop->sent.empty());
     EXPECT_EQ(ts.status.line, kManualPresetPrompt);
     EXPECT_TRUE(ts.status.cancelVisible);
@@ -224,36 +209,30 @@ protected:
 
 TEST_F(PresetTransferTest, GetSelectsPausesAsksWaitsPausesAndSelectsAgain) {
     const std::int64_t start = ts.clock.now();
-    const ExchangeResult result = GetPresetFromDevice(*ts, "Getting Preset from PC1600(x)", 7);
-    ASSERT_TRUE(result.received());
-    EXPECT_EQ(result.dump, PresetDumpFromEntry(0, SampleEntries(60)[7]));
+    EXPECT_EQ(GetPresetFromDevice(*ts, "Getting Preset from PC1600(x)", 7).dump,
+              PresetDumpFromEntry(0, SampleEntries(60)[7]));
     EXPECT_EQ(sentMessages(), (std::vector<std::string>{DeviceSlotCommand(0, 0x00, 7), DeviceRequest(0, 0x14),
                                                         DeviceSlotCommand(0, 0x00, 7)}));
     // Two pauses of five seconds.
     EXPECT_GE(ts.clock.now() - start, 2 * kPauseTimerMs);
     EXPECT_LT(ts.clock.now() - start, 2 * kPauseTimerMs + 200);
-    const std::vector<std::string> lines = ts.status.lines;
-    const std::vector<std::string> expected{"Selecting Preset on the PC1600(x)...",
-                                            "Retrieving the Preset from the PC1600(x)...",
-                                            "Retrieving the Preset from the PC1600(x)...",
-                                            "Selecting Preset on the PC1600(x)...",
-                                            "Parsing the New Preset Sysex data..."};
-    EXPECT_EQ(lines, expected);
+    const std::string selecting = "Selecting Preset on the PC1600(x)...";
+    const std::string retrieving = "Retrieving the Preset from the PC1600(x)...";
+    EXPECT_EQ(ts.status.lines, (std::vector<std::string>{selecting, retrieving, retrieving, selecting,
+                                                         "Parsing the New Preset Sysex data..."}));
 }
 
 TEST_F(PresetTransferTest, TheEditBufferNeedsNoSelect) {
-    const ExchangeResult result = GetPresetFromDevice(*ts, "Getting Preset", kEditBufferSlot);
-    ASSERT_TRUE(result.received());
-    EXPECT_EQ(result.dump, PresetDumpFromEntry(0, SampleEntries(60)[50]));
+    EXPECT_EQ(GetPresetFromDevice(*ts, "Getting Preset", kEditBufferSlot).dump,
+              PresetDumpFromEntry(0, SampleEntries(60)[50]));
     EXPECT_EQ(sentMessages(), std::vector<std::string>{DeviceRequest(0, 0x14)});
 }
 
 TEST_F(PresetTransferTest, ManualModeStillSelectsButAsksForNothing) {
     ts->midi.ManualMode = true;
-    answerAt(20000, PresetDumpFromEntry(0, SampleEntries(60)[12]));
-    const ExchangeResult result = GetPresetFromDevice(*ts, "Getting Preset", 12);
-    ASSERT_TRUE(result.received());
-    EXPECT_EQ(result.dump, PresetDumpFromEntry(0, SampleEntries(60)[12]));
+    const std::string dump = PresetDumpFromEntry(0, SampleEntries(60)[12]);
+    answerAt(20000, dump);
+    EXPECT_EQ(GetPresetFromDevice(*ts, "Getting Preset", 12).dump, dump);
     EXPECT_EQ(sentMessages(),
               (std::vector<std::string>{DeviceSlotCommand(0, 0x00, 12), DeviceSlotCommand(0, 0x00, 12)}));
     EXPECT_EQ(ts.status.lines[1], kManualPresetPrompt);
@@ -263,8 +242,7 @@ TEST_F(PresetTransferTest, ATimeOutStopsBeforeTheSecondSelect) {
     loop->onSend = nullptr;
     ts->midi.TimeoutIndex = 0;
     ts.prompter.expectMessage("Cannot Get Preset Edit Buffer");
-    const ExchangeResult result = GetPresetFromDevice(*ts, "Getting Preset", 3);
-    EXPECT_EQ(result.outcome, ExchangeResult::Outcome::TimedOut);
+    EXPECT_EQ(GetPresetFromDevice(*ts, "Getting Preset", 3).outcome, ExchangeResult::Outcome::TimedOut);
     EXPECT_EQ(sentMessages(), (std::vector<std::string>{DeviceSlotCommand(0, 0x00, 3), DeviceRequest(0, 0x14)}));
     EXPECT_TRUE(ts.prompter.done());
 }
