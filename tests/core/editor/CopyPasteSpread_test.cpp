@@ -59,6 +59,18 @@ TEST_F(CopyPasteTest, OverwritingAControlWithAFunctionAsks) {
     ASSERT_TRUE(PasteControl(*t, true));
     EXPECT_EQ(preset().Buttons[4].Name, "Play");
     EXPECT_EQ(editor().PCButton[4], "Play (pc)");
+    // A CV is named a fader.
+    ClickFader(editor(), 2);
+    preset().Faders[2].Function = 1;
+    CopyControl(editor());
+    ClickFader(editor(), 16);
+    preset().Faders[16].Function = 1;
+    preset().Faders[16].Name = "Pedal";
+    t.prompter.expectMessage("About to Paste",
+                             "About to overwrite the configuration of Fader #17 (Pedal) with the copied information "
+                             "(from Fader '3').  Are you sure?",
+                             MessageAnswer::No);
+    EXPECT_FALSE(PasteControl(*t, false));
     EXPECT_TRUE(t.prompter.done());
 }
 

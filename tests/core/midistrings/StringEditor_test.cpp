@@ -134,10 +134,13 @@ TEST_F(StringEditorTest, PrRunsAreCheckedAgainstTheFormat) {
 
 TEST_F(StringEditorTest, TypedErrorsLeaveTheListAsItWas) {
     open(StringDoor::Button1, 0);
-    t.prompter.expectMessage(kStringErrorTitle, MessageAnswer::OK);
-    EXPECT_FALSE(appendTyped(kFreeByteKind, "pr 10"));
-    EXPECT_EQ(work().Count, 0);
-    EXPECT_EQ(state.RenderLabel, kErrorRendering);
+    for (const auto& [kind, text] : {std::pair{kFreeByteKind, "pr 10"}, std::pair{kSysexKind, "F0 -01 F7"}}) {
+        t.prompter.expectMessage(kStringErrorTitle, MessageAnswer::OK);
+        EXPECT_FALSE(appendTyped(kind, text)) << text;
+        EXPECT_EQ(work().Count, 0);
+        EXPECT_EQ(state.RenderLabel, kErrorRendering);
+    }
+    EXPECT_TRUE(appendTyped(kSysexKind, "F0 001 F7")) << "a decimal with a leading zero is a byte";
     EXPECT_TRUE(t.prompter.done());
 }
 
@@ -229,6 +232,23 @@ TEST_F(StringEditorTest, SpecialTokensGoInAtTheCaret) {
     EXPECT_EQ(state.StringText, "gc F0 41 pr pr F7");
     EXPECT_FALSE(SpecialButtonShown(StringDoor::Fader, 1)) << "rv: buttons only";
     EXPECT_FALSE(SpecialButtonShown(StringDoor::Setup, 2)) << "pr: faders only";
+}
+
+TEST(StringEditor, SpecialBytesTheModelTakes) {
+    struct Case {
+        StringDoor door;
+        int button;  // dv, rv, pr, cs, gc
+        bool pc1600, enabled;
+    };
+    const Case cases[] = {
+        {StringDoor::Button1, 3, true, true},   {StringDoor::Button2, 3, true, true},
+        {StringDoor::Fader, 3, true, false},    {StringDoor::Setup, 3, true, false},
+        {StringDoor::Fader, 2, true, true},     {StringDoor::Button1, 0, true, false},
+        {StringDoor::Button1, 4, true, false},  {StringDoor::Button1, 0, false, true},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(SpecialButtonEnabled(c.door, c.button, c.pc1600), c.enabled)
+            << int(c.door) << " button " << c.button << (c.pc1600 ? " PC1600" : "");
 }
 
 TEST_F(StringEditorTest, SysexPrefixFromTheDeviceLibrary) {
