@@ -110,19 +110,12 @@ public:  // open to the table rows of the tests
     void sendScene(std::int64_t owner, int button, const std::string& scene, std::int64_t target) {
         db().prepare("UPDATE ButtonRec SET Function = 9, Name = 'Go', Scene = :Scene, ScenePreset = :Target "
                      "WHERE PresetREF = :Owner AND \"Index\" = :Index")
-            .bind(":Scene", scene)
-            .bind(":Target", target)
-            .bind(":Owner", owner)
-            .bind(":Index", button)
-            .run();
+            .bind(":Scene", scene).bind(":Target", target).bind(":Owner", owner).bind(":Index", button).run();
     }
     // Makes stored preset `owner`'s setup scene `scene` of `target`.
     void setupScene(std::int64_t owner, const std::string& scene, std::int64_t target) {
         db().prepare("UPDATE PresetRec SET SetupScene = :Scene, SetupScenePreset = :Target WHERE ID = :Owner")
-            .bind(":Scene", scene)
-            .bind(":Target", target)
-            .bind(":Owner", owner)
-            .run();
+            .bind(":Scene", scene).bind(":Target", target).bind(":Owner", owner).run();
     }
 };
 

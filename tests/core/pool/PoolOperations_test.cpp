@@ -21,10 +21,7 @@ protected:
     }
     void associate(std::int64_t id, const std::string& make, const std::string& model) {
         db().prepare("INSERT INTO MakeModelAssocRec (PresetREF, Make, Model) VALUES (:ID, :Make, :Model)")
-            .bind(":ID", id)
-            .bind(":Make", make)
-            .bind(":Model", model)
-            .run();
+            .bind(":ID", id).bind(":Make", make).bind(":Model", model).run();
     }
 };
 
