@@ -129,13 +129,13 @@ TEST_F(CopyPasteTest, MoveSwapsWithTheNeighbourAndStopsAtTheEnds) {
     EXPECT_EQ(editor().CurrentFader, 17);
 }
 
-TEST_F(CopyPasteTest, DropsOfTheWrongKindAreRefused) {
-    struct Case {
+// A drop of the wrong kind is refused; a fader dropped on a fader copies it there.
+TEST_F(CopyPasteTest, DropsCopyOntoTheirOwnKindOnly) {
+    const struct {
         const char* kind;
         bool onButton;
         const char* text;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"BUTTON", false, "Cannot Drop a BUTTON onto a FADER"},
         {"FADER", true, "Cannot Drop a FADER onto a BUTTON"},
         {"DEVPRESET", true, "Cannot Drop a DEVPRESET onto a BUTTON"},
@@ -147,12 +147,8 @@ TEST_F(CopyPasteTest, DropsOfTheWrongKindAreRefused) {
         else DropOnFader(*t, 3);
     }
     EXPECT_TRUE(t.prompter.done());
-}
-
-TEST_F(CopyPasteTest, DragOfAFaderCopiesItOntoTheTarget) {
     ClickFader(editor(), 0);
     preset().Faders[0].Function = 2;
-    preset().Faders[0].Name = "Master";
     CopyControl(editor());
     preset().Faders[5].Function = 1;
     t->editor.DragType = "FADER";

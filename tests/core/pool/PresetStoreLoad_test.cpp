@@ -281,10 +281,7 @@ TEST_F(Store, WhatFollowsAStore) {
         s.memImage.followUps.MemImageFormOpen = [&] { return c.imageOpen; };
         s.memImage.followUps.RescanDependencies = [&] { calls += "R"; };
         s.memImage.followUps.FillSceneList = [&] { calls += "F"; };
-        s.memImage.followUps.CalculateMemoryImageSize = [&] {
-            calls += "C";
-            return 1234L;
-        };
+        s.memImage.followUps.CalculateMemoryImageSize = [&] { return calls += "C", 1234L; };
         s.poolForm.PoolList.clear();
         s.memImage.FreeMemLabel.clear();
         s.memImage.ImageLoadRunning = c.imageLoad;
