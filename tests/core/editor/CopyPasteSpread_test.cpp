@@ -59,6 +59,18 @@ TEST_F(CopyPasteTest, OverwritingAControlWithAFunctionAsks) {
     ASSERT_TRUE(PasteControl(*t, true));
     EXPECT_EQ(preset().Buttons[4].Name, "Play");
     EXPECT_EQ(editor().PCButton[4], "Play (pc)");
+    // A CV is named a fader.
+    ClickFader(editor(), 2);
+    preset().Faders[2].Function = 1;
+    CopyControl(editor());
+    ClickFader(editor(), 16);
+    preset().Faders[16].Function = 1;
+    preset().Faders[16].Name = "Pedal";
+    t.prompter.expectMessage("About to Paste",
+                             "About to overwrite the configuration of Fader #17 (Pedal) with the copied information "
+                             "(from Fader '3').  Are you sure?",
+                             MessageAnswer::No);
+    EXPECT_FALSE(PasteControl(*t, false));
     EXPECT_TRUE(t.prompter.done());
 }
 
@@ -117,13 +129,13 @@ TEST_F(CopyPasteTest, MoveSwapsWithTheNeighbourAndStopsAtTheEnds) {
     EXPECT_EQ(editor().CurrentFader, 17);
 }
 
-TEST_F(CopyPasteTest, DropsOfTheWrongKindAreRefused) {
-    struct Case {
+// A drop of the wrong kind is refused; a fader dropped on a fader copies it there.
+TEST_F(CopyPasteTest, DropsCopyOntoTheirOwnKindOnly) {
+    const struct {
         const char* kind;
         bool onButton;
         const char* text;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"BUTTON", false, "Cannot Drop a BUTTON onto a FADER"},
         {"FADER", true, "Cannot Drop a FADER onto a BUTTON"},
         {"DEVPRESET", true, "Cannot Drop a DEVPRESET onto a BUTTON"},
@@ -135,12 +147,8 @@ TEST_F(CopyPasteTest, DropsOfTheWrongKindAreRefused) {
         else DropOnFader(*t, 3);
     }
     EXPECT_TRUE(t.prompter.done());
-}
-
-TEST_F(CopyPasteTest, DragOfAFaderCopiesItOntoTheTarget) {
     ClickFader(editor(), 0);
     preset().Faders[0].Function = 2;
-    preset().Faders[0].Name = "Master";
     CopyControl(editor());
     preset().Faders[5].Function = 1;
     t->editor.DragType = "FADER";

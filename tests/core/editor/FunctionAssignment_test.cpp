@@ -64,6 +64,25 @@ TEST_F(FunctionAssignmentTest, NamesAndCaptionsFollowTheFunction) {
     }
 }
 
+TEST_F(FunctionAssignmentTest, ControlNamesTakeTwelveCharacters) {
+    ClickFader(editor(), 0);
+    SetFaderName(editor(), "Fifteen chars!!");
+    EXPECT_EQ(fader(0).Name, "Fifteen char");
+    ClickButton(editor(), 0);
+    SetButtonName(editor(), "ABCDEFGHIJKLMNO");
+    EXPECT_EQ(button(0).Name, "ABCDEFGHIJKL");
+}
+
+// A fader back to its defaults sends on channel 1, not on the global channel
+// a new preset's faders start with.
+TEST_F(FunctionAssignmentTest, InitFaderSetsChannelOne) {
+    fader(4).Function = 1;
+    fader(4).Channel = 9;
+    InitFader(editor(), 4);
+    EXPECT_EQ(fader(4).Channel, 1);
+    EXPECT_EQ(fader(4).Function, 0);
+}
+
 // The device entry of the list opens the device controls; it is no function.
 TEST_F(FunctionAssignmentTest, DeviceEntryIsNeverStored) {
     ClickFader(editor(), 1);

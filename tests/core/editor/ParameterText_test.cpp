@@ -65,11 +65,14 @@ TEST(ParameterText, RangeTextIsClampedToTheSlider) {
     EXPECT_EQ(ParseRangeText("", 10, 20), 10);
 }
 
+// The panel's sliders draw their minimum at the top: there Up and Page Up
+// still move the handle up, so the value goes down.
 TEST(ParameterText, SliderKeysStepWithinTheRange) {
     struct Case {
         int value;
         SliderKey key;
         int min, max, expected;
+        bool minimumOnTop = false;
     };
     const Case cases[] = {
         {50, SliderKey::End, 0, 127, 127},      {50, SliderKey::Home, 0, 127, 0},
@@ -78,9 +81,13 @@ TEST(ParameterText, SliderKeysStepWithinTheRange) {
         {127, SliderKey::Plus, 0, 127, 127},    {0, SliderKey::Minus, 0, 127, 0},
         {120, SliderKey::PageUp, 0, 127, 127},  {0, SliderKey::PageUp, -16384, 16383, 3276},
         {5, SliderKey::PageDown, 0, 16, 4},     {3, SliderKey::Up, 0, 16, 4},
+        {50, SliderKey::Up, 0, 127, 49, true},  {50, SliderKey::PageUp, 0, 127, 38, true},
+        {50, SliderKey::Down, 0, 127, 51, true}, {50, SliderKey::PageDown, 0, 127, 62, true},
+        {50, SliderKey::Plus, 0, 127, 51, true}, {50, SliderKey::End, 0, 127, 127, true},
     };
     for (const auto& c : cases)
-        EXPECT_EQ(StepSlider(c.value, c.key, c.min, c.max), c.expected) << c.value << " key " << int(c.key);
+        EXPECT_EQ(StepSlider(c.value, c.key, c.min, c.max, c.minimumOnTop), c.expected)
+            << c.value << " key " << int(c.key) << (c.minimumOnTop ? " on top" : "");
 }
 
 }  // namespace

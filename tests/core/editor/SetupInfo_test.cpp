@@ -19,30 +19,34 @@ struct SetupInfoTest : ::testing::Test {
     std::array<SetupChannelDef, 16>& channels() { return t->editor.preset.SetupChannels; }
 };
 
-TEST_F(SetupInfoTest, MakeSameCopiesTheShownChannelToAllOthers) {
-    channels()[0] = SetupChannelDef{5, 1, 9, 100};
-    ShowSetupChannel(editor(), 0);
-    t.prompter.expectMessage("About to Make Channel Setups Same", MessageAnswer::No);
-    EXPECT_FALSE(MakeSetupChannelsSame(*t));
-    EXPECT_EQ(channels()[15], SetupChannelDef{});
-    t.prompter.expectMessage("About to Make Channel Setups Same",
-                             "Are you sure you want to make all the Setup Channel information the same as Channel 1?",
-                             MessageAnswer::Yes);
-    EXPECT_TRUE(MakeSetupChannelsSame(*t));
-    for (const auto& c : channels()) EXPECT_EQ(c, (SetupChannelDef{5, 1, 9, 100}));
-}
-
-TEST_F(SetupInfoTest, AllOffUnlessNo) {
-    channels()[7].Volume = 12;
-    ShowSetupChannel(editor(), 7);
-    t.prompter.expectMessage("About to Make Channel Setups Same", MessageAnswer::No);
-    EXPECT_FALSE(SetupChannelsAllOff(*t));
-    EXPECT_EQ(channels()[7].Volume, 12);
-    t.prompter.expectMessage("About to Make Channel Setups Same",
-                             "Are you sure you want to set all the Setup Channel information to OFF?",
-                             MessageAnswer::Cancel);
-    EXPECT_TRUE(SetupChannelsAllOff(*t));
-    EXPECT_EQ(channels()[7].Volume, 0);
+// Make Same copies the shown channel to all others, All Off clears them all;
+// each asks first, and only No keeps the channels (All Off takes Cancel as
+// going ahead).
+TEST_F(SetupInfoTest, MakeSameAndAllOffAskFirst) {
+    const struct {
+        bool (*flow)(const EditorContext&);
+        const char* text;
+        MessageAnswer goAhead;
+        SetupChannelDef after;
+    } cases[] = {
+        {MakeSetupChannelsSame, "Are you sure you want to make all the Setup Channel information the same as Channel 8?",
+         MessageAnswer::Yes, {5, 1, 9, 100}},
+        {SetupChannelsAllOff, "Are you sure you want to set all the Setup Channel information to OFF?",
+         MessageAnswer::Cancel, {}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.text);
+        channels()[7] = SetupChannelDef{5, 1, 9, 100};
+        channels()[15] = SetupChannelDef{};
+        ShowSetupChannel(editor(), 7);
+        t.prompter.expectMessage("About to Make Channel Setups Same", MessageAnswer::No);
+        EXPECT_FALSE(c.flow(*t));
+        EXPECT_EQ(channels()[7], (SetupChannelDef{5, 1, 9, 100}));
+        EXPECT_EQ(channels()[15], SetupChannelDef{});
+        t.prompter.expectMessage("About to Make Channel Setups Same", c.text, c.goAhead);
+        EXPECT_TRUE(c.flow(*t));
+        for (const auto& channel : channels()) EXPECT_EQ(channel, c.after);
+    }
     EXPECT_EQ(editor().SChannel, 0);
 }
 

@@ -21,6 +21,12 @@ struct StringEditorTest : ::testing::Test {
     WorkingPreset& preset() { return t->editor.preset; }
 
     void open(StringDoor door, int index = 0) { OpenStringEditor(state, *t, door, index); }
+    // Opens the string of fader 0, the selected one, with its parameter format.
+    void openFader(int format) {
+        preset().Faders[0].ParamFormat = static_cast<std::int16_t>(format);
+        t->editor.CurrentFader = 0;
+        open(StringDoor::Fader, 0);
+    }
     // Appends a message built from the controls.
     bool appendMessage(int kind, int channel, int v1, int v2) {
         MessageComboClick(state, *t, kind);
@@ -38,7 +44,7 @@ struct StringEditorTest : ::testing::Test {
 
 TEST_F(StringEditorTest, CaptionsAndNotesByDoor) {
     preset().Faders[16].Name = "Pedal";
-    preset().Faders[0].ParamFormat = 3;
+    preset().Faders[0].ParamFormat = 3;  // the selected fader's format, whichever string is open
     t->editor.CurrentFader = 0;
     open(StringDoor::Fader, 16);
     EXPECT_EQ(state.Caption, "Editing MIDI String for CV #1  (Pedal)");
@@ -120,9 +126,7 @@ TEST_F(StringEditorTest, PrRunsAreCheckedAgainstTheFormat) {
     };
     for (const auto& c : cases) EXPECT_EQ(PrRunMismatch(c.text, c.prBytes), c.mismatch) << c.text;
 
-    preset().Faders[0].ParamFormat = 1;
-    t->editor.CurrentFader = 0;
-    open(StringDoor::Fader, 0);
+    openFader(1);
     t.prompter.expectMessage("PR Byte Count Doesn't Match Encoding Scheme", MessageAnswer::No);
     EXPECT_FALSE(appendTyped(kFreeByteKind, "pr pr pr F7"));
     EXPECT_EQ(work().Count, 0);
@@ -134,10 +138,13 @@ TEST_F(StringEditorTest, PrRunsAreCheckedAgainstTheFormat) {
 
 TEST_F(StringEditorTest, TypedErrorsLeaveTheListAsItWas) {
     open(StringDoor::Button1, 0);
-    t.prompter.expectMessage(kStringErrorTitle, MessageAnswer::OK);
-    EXPECT_FALSE(appendTyped(kFreeByteKind, "pr 10"));
-    EXPECT_EQ(work().Count, 0);
-    EXPECT_EQ(state.RenderLabel, kErrorRendering);
+    for (const auto& [kind, text] : {std::pair{kFreeByteKind, "pr 10"}, std::pair{kSysexKind, "F0 -01 F7"}}) {
+        t.prompter.expectMessage(kStringErrorTitle, MessageAnswer::OK);
+        EXPECT_FALSE(appendTyped(kind, text)) << text;
+        EXPECT_EQ(work().Count, 0);
+        EXPECT_EQ(state.RenderLabel, kErrorRendering);
+    }
+    EXPECT_TRUE(appendTyped(kSysexKind, "F0 001 F7")) << "a decimal with a leading zero is a byte";
     EXPECT_TRUE(t.prompter.done());
 }
 
@@ -218,9 +225,7 @@ TEST_F(StringEditorTest, ValueTextsAndTheirParsing) {
 }
 
 TEST_F(StringEditorTest, SpecialTokensGoInAtTheCaret) {
-    preset().Faders[0].ParamFormat = 5;
-    t->editor.CurrentFader = 0;
-    open(StringDoor::Fader, 0);
+    openFader(5);
     MessageComboClick(state, *t, kSysexKind);
     SetStringText(state, "F0 41 F7");
     InsertSpecial(state, *t, 2, 5);
@@ -229,6 +234,23 @@ TEST_F(StringEditorTest, SpecialTokensGoInAtTheCaret) {
     EXPECT_EQ(state.StringText, "gc F0 41 pr pr F7");
     EXPECT_FALSE(SpecialButtonShown(StringDoor::Fader, 1)) << "rv: buttons only";
     EXPECT_FALSE(SpecialButtonShown(StringDoor::Setup, 2)) << "pr: faders only";
+}
+
+TEST(StringEditor, SpecialBytesTheModelTakes) {
+    struct Case {
+        StringDoor door;
+        int button;  // dv, rv, pr, cs, gc
+        bool pc1600, enabled;
+    };
+    const Case cases[] = {
+        {StringDoor::Button1, 3, true, true},   {StringDoor::Button2, 3, true, true},
+        {StringDoor::Fader, 3, true, false},    {StringDoor::Setup, 3, true, false},
+        {StringDoor::Fader, 2, true, true},     {StringDoor::Button1, 0, true, false},
+        {StringDoor::Button1, 4, true, false},  {StringDoor::Button1, 0, false, true},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(SpecialButtonEnabled(c.door, c.button, c.pc1600), c.enabled)
+            << int(c.door) << " button " << c.button << (c.pc1600 ? " PC1600" : "");
 }
 
 TEST_F(StringEditorTest, SysexPrefixFromTheDeviceLibrary) {

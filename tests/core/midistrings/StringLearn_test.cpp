@@ -22,10 +22,13 @@ std::string bytes(std::initializer_list<int> values) {
     return out;
 }
 
-TEST(StringLearn, KeepsWhatFitsAndSkipsTheRest) {
+struct StringLearn : ::testing::Test {
     TestProgram t;
     StringEditState state;
-    OpenStringEditor(state, *t, StringDoor::Button1, 0);
+    void SetUp() override { OpenStringEditor(state, *t, StringDoor::Button1, 0); }
+};
+
+TEST_F(StringLearn, KeepsWhatFitsAndSkipsTheRest) {
     LearnPass pass = BeginLearnPass(*t);
     EXPECT_EQ(pass.DoneLearningButton, "CLICK WHEN FINISHED LEARNING (total bytes available: 80)");
     struct Case {
@@ -60,8 +63,7 @@ TEST(StringLearn, KeepsWhatFitsAndSkipsTheRest) {
 
 // A pass listens on the learn port from the prompt until the user ends it,
 // past the minute of a single wait; what came before it is not recorded.
-TEST(StringLearn, APassRecordsFromTheLearnPortUntilTheUserEndsIt) {
-    TestProgram t;
+TEST_F(StringLearn, APassRecordsFromTheLearnPortUntilTheUserEndsIt) {
     auto loopback = std::make_shared<LoopbackBackend>(std::vector<std::string>{"Keys"});
     t->midiLink.setSystemBackend(loopback);
     InputPort& learn = t->midiLink.MIDILearnIn;
@@ -71,8 +73,6 @@ TEST(StringLearn, APassRecordsFromTheLearnPortUntilTheUserEndsIt) {
     ASSERT_TRUE(learn.open(error)) << error;
     loopback->inject("Keys", bytes({0x90, 0x3C, 0x40}));
 
-    StringEditState state;
-    OpenStringEditor(state, *t, StringDoor::Button2, 1);
     LearnPortMessages port(learn);
     t.prompter.expectMessage(kRecordSysexTitle, RecordSysexText(), MessageAnswer::OK);
     int yields = 0;
@@ -90,6 +90,34 @@ TEST(StringLearn, APassRecordsFromTheLearnPortUntilTheUserEndsIt) {
     EXPECT_EQ(set.Slots[1].ListItem, "E1 00 40  (pitchb)");
     EXPECT_FALSE(learn.buffering()) << "the port stops keeping messages after the pass";
     EXPECT_TRUE(t.prompter.done());
+}
+
+// Closing the window while a pass runs ends the pass and keeps nothing.
+TEST_F(StringLearn, ClosingTheWindowEndsThePass) {
+    struct ClosingPort : LearnMessages {
+        StringEditState* state = nullptr;
+        int takes = 0;
+        bool overran = false;
+        void clear() override {}
+        std::string take() override {
+            if (++takes == 1) {
+                CancelStringEdit(*state);  // the close box, while a message waits
+                return bytes({0x90, 0x3C, 0x40});
+            }
+            if (takes > 1000) {  // a pass that ignores the close would run for ever
+                overran = true;
+                state->Learning = false;
+            }
+            return {};
+        }
+    } port;
+    port.state = &state;
+    t.prompter.expectMessage(kRecordSysexTitle, RecordSysexText(), MessageAnswer::OK);
+    RunLearnPass(state, *t, port);
+    EXPECT_FALSE(port.overran);
+    EXPECT_FALSE(state.Learning);
+    EXPECT_TRUE(StringEditCancelled(state));
+    EXPECT_EQ(t->stringWork.Strings.Count, 0);
 }
 
 }  // namespace

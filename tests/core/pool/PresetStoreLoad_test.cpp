@@ -2,7 +2,6 @@
 // refusals and questions of a store outside a download.
 #include "PoolFixture.h"
 #include "preset/PristinePreset.h"
-#include "pool/EditorStoreQuestions.h"
 
 namespace tavlo::testing {
 namespace {
@@ -121,17 +120,21 @@ TEST_F(Store, AStoreOverAnExistingNameAsksFirst) {
     EXPECT_EQ(count("SELECT COUNT(*) FROM FaderRec"), 2 * kFaderCount);
 }
 
+// The system's preset is refused to the editor and passed over in a download,
+// whatever the letter case of its name.
 TEST_F(Store, InitializedPresetIsRefusedAndSkippedInADownload) {
     prompter.expectMessage(
         "Cannot Update --Initialized-- Preset",
         "You cannot change the --Initialized-- Preset in the Pool.  It is kept for System functionality.",
         MessageAnswer::OK);
-    newPreset("--Initialized--");
-    s.editor.preset.Faders[0].Name = "changed";
-    StoreInPoolButton(s);
-    s.poolFlags.DownloadInProgress = true;
-    StoreInPoolButton(s);
-    EXPECT_EQ(prompter.seen().size(), 1u);
+    for (const char* name : {"--initialized--", "--INITIALIZED--"}) {
+        newPreset(name);
+        s.editor.preset.Faders[0].Name = "changed";
+        StoreInPoolButton(s);
+        s.poolFlags.DownloadInProgress = true;
+    }
+    EXPECT_TRUE(prompter.done());
+    EXPECT_EQ(rows("PresetRec"), 1);
     EXPECT_EQ(count("SELECT COUNT(*) FROM FaderRec WHERE Name = 'changed'"), 0);
 }
 
@@ -182,19 +185,18 @@ TEST_F(Store, BlankNameInADownloadIsAskedUntilAcceptable) {
     storeNew("Taken");
     s.poolFlags.DownloadInProgress = true;
     newPreset("");
-    prompter.expectInput("Enter New Preset Name", std::string("   "))
-        .expectInput("Enter New Preset Name", std::string("--Mine"))
-        .expectInput("Enter New Preset Name", std::string("taken"))
-        .expectInput("Enter New Preset Name", std::string(" Fresh "));
+    for (const char* typed : {"   ", "--Mine", "taken", ">>>TEMP>>>", "A Name Far Too Long For It", " Fresh "})
+        prompter.expectInput("Enter New Preset Name", std::string(typed));
     StoreInPoolButton(s);
     const auto& seen = prompter.seen();
-    ASSERT_EQ(seen.size(), 4u);
+    ASSERT_EQ(seen.size(), 6u);
     EXPECT_EQ(seen[1].text,
               "The Preset being loaded has a BLANK Name, which violates the Preset Naming rules of the Tavlo Database.  "
               "Please enter a new name for this Preset.");
     EXPECT_EQ(seen[2].text, "The new name for this Preset cannot start with '--'.  Please enter a different new name.");
     EXPECT_EQ(seen[3].text, "The name 'taken' already exists in your Preset Pool.  Please enter another name.");
     EXPECT_GT(idOf("Fresh"), 0);
+    EXPECT_EQ(rows("PresetRec"), 3);
     EXPECT_EQ(s.editor.LastEnteredBlankName, "") << "kept only when duplicate names were accepted";
 }
 
@@ -216,15 +218,14 @@ TEST_F(Store, TwoBlankNamesWithDuplicatesAcceptedGiveOneRow) {
 
 TEST_F(Store, SetupSceneRules) {
     const std::int64_t other = storeNew("Other", 2);
-    struct Case {
+    // A new preset's own ID is the one the editor held before the store: 0.
+    const struct {
         const char* what;
         std::string comboLine;
-        bool bound;
-        bool bulk;
+        bool bound, bulk;
         std::string expectScene;
-        std::int64_t expectPreset;  // 0: the preset's own ID
-    };
-    const Case cases[] = {
+        std::int64_t expectPreset;
+    } cases[] = {
         {"none", "<none>", false, false, "<none>", -1},
         {"own scene", "Mine", false, false, "Mine", 0},
         {"scene of another preset", "Scene 1  - from Other", false, false, "Scene 1", other},
@@ -232,7 +233,7 @@ TEST_F(Store, SetupSceneRules) {
         {"bulk import", "Mine", false, true, "Scene 2", other},
     };
     int n = 0;
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.what);
         newPreset("Setup " + std::to_string(n++));
         ListState& combo = s.editor.SelectPresetSceneCombo;
@@ -245,9 +246,7 @@ TEST_F(Store, SetupSceneRules) {
         StoreInPoolButton(s);
         const std::int64_t id = s.editor.preset.ID;
         EXPECT_EQ(textOf("SELECT SetupScene FROM PresetRec WHERE ID = :ID", id), c.expectScene);
-        // A new preset's own ID is the one the editor held before the store: 0.
-        EXPECT_EQ(intOf("SELECT SetupScenePreset FROM PresetRec WHERE ID = :ID", id),
-                  c.expectPreset == 0 ? 0 : c.expectPreset);
+        EXPECT_EQ(intOf("SELECT SetupScenePreset FROM PresetRec WHERE ID = :ID", id), c.expectPreset);
         s.memImage.MemoryImageBound = false;
         s.poolFlags.BulkImportActive = false;
     }
@@ -282,10 +281,7 @@ TEST_F(Store, WhatFollowsAStore) {
         s.memImage.followUps.MemImageFormOpen = [&] { return c.imageOpen; };
         s.memImage.followUps.RescanDependencies = [&] { calls += "R"; };
         s.memImage.followUps.FillSceneList = [&] { calls += "F"; };
-        s.memImage.followUps.CalculateMemoryImageSize = [&] {
-            calls += "C";
-            return 1234L;
-        };
+        s.memImage.followUps.CalculateMemoryImageSize = [&] { return calls += "C", 1234L; };
         s.poolForm.PoolList.clear();
         s.memImage.FreeMemLabel.clear();
         s.memImage.ImageLoadRunning = c.imageLoad;
@@ -317,10 +313,7 @@ TEST_F(Store, LoadOnThePC1600ModelDropsWhatItCannotDo) {
     p.Buttons[2].Function = 8;
     p.Buttons[5] = ButtonDef{"Go", 9, 16, 0, 127, 60, "", "", "Scene 1", static_cast<std::int32_t>(other), ""};
     p.SetupChannels[0].BankIsMSB = 1;
-    s.editor.SelectPresetSceneCombo.addItem("Scene 1  - from Scenes", other);
-    s.editor.SelectPresetSceneCombo.setListIndex(1);
-    p.SetupScene = "Scene 1";
-    p.SetupScenePreset = static_cast<std::int32_t>(other);
+    pickSetupScene(other, "Scenes", "Scene 1");
     StoreInPoolButton(s);
     const std::int64_t id = p.ID;
 
@@ -337,21 +330,6 @@ TEST_F(Store, LoadOnThePC1600ModelDropsWhatItCannotDo) {
     ASSERT_TRUE(LoadPC1600xFormFromPool(s, id));
     EXPECT_EQ(s.editor.SelectPresetSceneCombo.text(), "Scene 1  - from Scenes");
     EXPECT_GE(s.editor.BSceneCombo.findText("Scene 1  - from Scenes"), 0);
-}
-
-TEST_F(Store, InitPresetButtonOffersToStoreEdits) {
-    storeNew("Edited");
-    s.editor.preset.Faders[2].Function = 1;
-    s.editor.ProgramInit = true;
-    prompter.expectMessage("Store Preset in Pool?", "Do you want to store this Preset in the Preset Pool?",
-                           MessageAnswer::Cancel);
-    EXPECT_FALSE(InitPresetButton(s));
-    EXPECT_EQ(s.editor.preset.Name, "Edited");
-    prompter.expectMessage("Store Preset in Pool?", MessageAnswer::Yes)
-        .expectMessage("About to Store", MessageAnswer::Yes);
-    EXPECT_TRUE(InitPresetButton(s));
-    EXPECT_EQ(s.editor.preset.Name, "");
-    EXPECT_EQ(intOf("SELECT Function FROM FaderRec WHERE PresetREF = :ID AND \"Index\" = 2", idOf("Edited")), 1);
 }
 
 }  // namespace

@@ -26,22 +26,6 @@ protected:
         std::ofstream(path, std::ios::binary) << bytes;
         return path;
     }
-    // A preset with something in every kind of control, exported to a file.
-    std::string exported(const std::string& name) {
-        newPreset(name);
-        WorkingPreset& p = s.editor.preset;
-        p.Faders[0] = FaderDef{"Volume", 0, 1, 0, 127, 3, 7, -1, 1, "", 0, std::string(18, ' '), ""};
-        p.Faders[16] = FaderDef{"CV", 0, 3, 0, 300, 16, 0, -1, 0, "B0-gc 07 pr", 1, std::string(18, ' '), ""};
-        p.FaderStrings[16].Slots[0].EnteredString = "B0-gc 07 pr";
-        p.FaderStrings[16].Count = 1;
-        p.Buttons[2] = ButtonDef{"Prog", 3, 4, 12, 127, 60, "", "", kNoScene, -1, ""};
-        p.DataWheelLink = 2;
-        p.SetupChannels[5] = {3, 0, 8, 100};
-        StoreInPoolButton(s);
-        const std::string path = t.dir.file(name + ".syx");
-        EXPECT_TRUE(WritePresetSysexFile(s, s.editor.preset.ID, path));
-        return path;
-    }
 };
 
 TEST_F(SysexFile, AFileComesBackIntoThePoolAndOutAgainByteForByte) {
@@ -97,7 +81,6 @@ TEST_F(SysexFile, AClashGoesThroughTheDialogueEachFileAnew) {
 TEST_F(SysexFile, SavingOffersTheEditorsEditsForStoringFirst) {
     const std::int64_t saved = storeNew("To File");
     const std::string path = t.dir.file("out.syx");
-    s.poolForm.OrderOption = PoolOrder::ByName;
     const struct {
         MessageAnswer answer;  // none: no edits, nothing asked
         bool written, editsStored;
@@ -111,8 +94,7 @@ TEST_F(SysexFile, SavingOffersTheEditorsEditsForStoringFirst) {
         std::remove(path.c_str());
         const std::int64_t edited = storeNew("Edited " + std::to_string(n++));
         if (c.answer != MessageAnswer::OK) s.editor.preset.Faders[5].Function = 2;
-        ReloadPoolList(s);
-        SelectPoolLine(s, s.poolForm.PoolList.findItemData(saved));
+        select(saved);
         const std::size_t asked = prompter.seen().size();
         prompter.expectSaveFile("Save Preset to Sysex or Tavlo Format File", path);
         if (c.answer != MessageAnswer::OK)

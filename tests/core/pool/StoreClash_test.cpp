@@ -24,6 +24,7 @@ public:
                       "How would you like to resolve the duplicate Preset Name 'Clash' found in the Pool which "
                       "matches the one you've got from your PC1600(x)?");
             EXPECT_FALSE(request.buttons.at(static_cast<int>(ClashButton::Compare)).enabled);
+            EXPECT_FALSE(request.closable);
             return ChoiceAnswer{.button = static_cast<int>(button), .fields = {newName}};
         });
     }
@@ -42,6 +43,10 @@ struct ChoiceCase {
     std::string downloadedAs;
     std::string oldRowAs;
 };
+
+const char* const kOverwriteNote =
+    "NOTE that if the Preset in the Pool that you're overwriting contains Scenes which are referenced by other "
+    "Preset Send Scene Buttons or other Presets SetupScene, then those Preset functions will be removed";
 
 class EachChoice : public Clash, public ::testing::WithParamInterface<ChoiceCase> {};
 
@@ -62,6 +67,8 @@ TEST_P(EachChoice, StoresAsChosen) {
     }
     // Overwriting keeps the pool row's ID; a renamed copy gets a new one.
     EXPECT_EQ(s.editor.preset.ID == poolId, c.result <= 1);
+    for (const auto& seen : prompter.seen())
+        EXPECT_TRUE(seen.title != "About to Overwrite Preset in Pool" || seen.text.rfind(kOverwriteNote, 0) == 0);
     if (!c.forAll) return;
     // A choice for all holds for the next clash: nothing more is asked.
     newPreset("Clash");
@@ -70,10 +77,6 @@ TEST_P(EachChoice, StoresAsChosen) {
     EXPECT_TRUE(prompter.done());
     EXPECT_EQ(faderName(poolId), c.result == 0 ? "" : "again");
 }
-
-const char* const kOverwriteNote =
-    "NOTE that if the Preset in the Pool that you're overwriting contains Scenes which are referenced by other "
-    "Preset Send Scene Buttons or other Presets SetupScene, then those Preset functions will be removed";
 
 INSTANTIATE_TEST_SUITE_P(
     Clash, EachChoice,
@@ -95,7 +98,12 @@ INSTANTIATE_TEST_SUITE_P(
                            "Cannot Continue Store",
                            "That Preset Name already exists in the database.  Please choose another.",
                            MessageAnswer::OK);
-                       f.press(ClashButton::RenameSysex, "Clash Two");
+                       // The one rule for names: nothing the system keeps, 16 characters after filtering.
+                       for (const char* refused : {"--initialized--", "Way Too Long A New Name"}) {
+                           f.press(ClashButton::RenamePool, refused);
+                           f.prompter.expectMessage("Cannot Continue Store");
+                       }
+                       f.press(ClashButton::RenameSysex, "  Clash Two\xE9 ");
                    },
                    3, false, "Clash Two", "Clash"},
         ChoiceCase{"KeepAllAsksOnce",
@@ -124,23 +132,16 @@ INSTANTIATE_TEST_SUITE_P(
                            .expectMessage("About to Overwrite Preset in Pool", MessageAnswer::Yes);
                    },
                    1, true, "Clash", "Clash"},
-        // Closed by its frame, the dialogue acts on the choice as it stands.
-        ChoiceCase{"ClosedByItsFrame",
+        // A prompter that comes back without a button gets the choice that
+        // changes nothing, never the answer given to an earlier preset.
+        ChoiceCase{"NoButton",
                    [](Clash& f) {
-                       f.s.poolFlags.ChoiceResult = 0;
+                       f.s.poolFlags.ChoiceResult = 1;
                        f.prompter.expectChoice("MemImageOrPoolChoiceForm",
                                                [](const ChoiceRequest&) { return ChoiceAnswer{}; });
                    },
                    0, false, "", "Clash"}),
     [](const auto& info) { return std::string(info.param.what); });
-
-TEST_F(Clash, OverwriteQuestionWarnsAboutSceneReferences) {
-    press(ClashButton::KeepALLSysex);
-    prompter.expectMessage("Are You Sure?", MessageAnswer::Yes)
-        .expectMessage("About to Overwrite Preset in Pool", MessageAnswer::Yes);
-    StoreInPoolButton(s);
-    EXPECT_EQ(prompter.seen().back().text.rfind(kOverwriteNote, 0), 0u);
-}
 
 class SceneReferences : public PoolFixture {
 protected:
@@ -150,10 +151,7 @@ protected:
         user = storeNew("User");
         sendScene(user, 3, "Scene 1", target);
         newPreset("Setup User");
-        s.editor.SelectPresetSceneCombo.addItem("Scene 2  - from Target", target);
-        s.editor.SelectPresetSceneCombo.setListIndex(1);
-        s.editor.preset.SetupScene = "Scene 2";
-        s.editor.preset.SetupScenePreset = static_cast<std::int32_t>(target);
+        pickSetupScene(target, "Target", "Scene 2");
         StoreInPoolButton(s);
         setupUser = s.editor.preset.ID;
 
