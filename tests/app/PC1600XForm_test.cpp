@@ -2,6 +2,9 @@
 // and shows what the flow left. The rules themselves are tested in core.
 #include <QAction>
 #include <QCheckBox>
+#include <QComboBox>
+#include <QFontMetrics>
+#include <QLineEdit>
 #include <QGroupBox>
 #include <QLabel>
 #include <QListWidget>
@@ -11,6 +14,7 @@
 #include <QSlider>
 
 #include "FormDriver.h"
+#include "TempDir.h"
 #include "TestProgram.h"
 #include "db/PoolDatabase.h"
 #include "editor/EditorDefaults.h"
@@ -117,11 +121,14 @@ private slots:
         QVERIFY(t->prompter.done());
     }
 
-    void labelClickSetsTheDefaultWithAFlash() {
+    void labelDoubleClickSetsTheDefaultWithAFlash() {
         click("PCSlider_0");
         choose("FunctionCombo", 1);
         type("ChannelText", "10");
         auto* label = w<QLabel>("ChannelLabel");
+        (*t)->pool.db().exec("DELETE FROM DefaultsTable WHERE Field = 'FaderChannel'");
+        QTest::mouseClick(label, Qt::LeftButton);
+        QVERIFY(!ReadDefaultNumber((*t)->pool.db(), "FaderChannel"));
         QTest::mouseDClick(label, Qt::LeftButton);
         QCOMPARE(ReadDefaultNumber((*t)->pool.db(), "FaderChannel").value_or(-1), 9);
         QVERIFY(label->styleSheet().contains("#d00000"));
@@ -144,6 +151,15 @@ private slots:
         click("PasteButton");
         QCOMPARE(editor().preset.Faders[10].Function, 1);
         QCOMPARE(editor().preset.Faders[10].Channel, 2);
+
+        // Only Tavlo's own drags paste; a press on a slider leaves "FADER" as
+        // the drag kind until a drop.
+        editor().DragType = "FADER";
+        QMimeData mime;
+        mime.setText("dropped from a browser");
+        t->prompter.expectMessage("Cannot Drop", "Cannot Drop a TEXT onto a FADER", MessageAnswer::OK);
+        form->dropOn(false, 8, &mime);
+        QCOMPARE(editor().preset.Faders[8].Function, 0);
 
         // The spread and the other-scene buttons ask their dialogs.
         click("PCSlider_4");
@@ -207,6 +223,43 @@ private slots:
         }
     }
 
+    void panelCaptionsShowWholeAndUpMovesAHandleUp() {
+        click("PCSlider_0");
+        choose("FunctionCombo", 1);
+        QCOMPARE(w<QLineEdit>("NameText")->maxLength(), 12);
+        QCOMPARE(w<QLineEdit>("BNameText")->maxLength(), 12);
+        type("NameText", "BalanceArm12");
+        click("PCButton_0");
+        choose("BFunctionCombo", 1);
+        type("BNameText", "Master Volum");
+        const auto whole = [](const QString& text) { return QString(text).remove(' ').remove('\n'); };
+        for (QWidget* control : {w<QWidget>("FaderLabel_0"), w<QWidget>("PCButton_0")}) {
+            const auto* label = qobject_cast<QLabel*>(control);
+            const QString text = label ? label->text() : qobject_cast<QPushButton*>(control)->text();
+            QCOMPARE(whole(text), whole(control->toolTip()));
+            const QFontMetrics metrics(control->font());
+            for (const QString& line : text.split('\n'))
+                QVERIFY2(metrics.horizontalAdvance(line) <= control->width() - 2, qPrintable(line));
+            QVERIFY(text.split('\n').size() * metrics.lineSpacing() <= control->height());
+        }
+
+        // The panel draws a slider's minimum at the top: up is toward it,
+        // whichever way the fader's polarity runs.
+        auto* slider = w<QSlider>("PCSlider_0");
+        for (const int polarity : {-1, 0}) {
+            editor().preset.Faders[0].Polarity = static_cast<std::int16_t>(polarity);
+            editor().preset.Faders[0].Value = 64;
+            editor().notifyChanged();
+            slider->setFocus();
+            const int before = slider->sliderPosition();
+            QVERIFY(slider->invertedAppearance());
+            QTest::keyClick(slider, Qt::Key_Up);
+            QCOMPARE(slider->sliderPosition(), before - 1);
+            QTest::keyClick(slider, Qt::Key_PageUp);
+            QVERIFY(slider->sliderPosition() < before - 1);
+        }
+    }
+
     void closingAsksAndOnlyHides() {
         click("PCButton_1");
         choose("BFunctionCombo", 1);
@@ -231,6 +284,11 @@ private slots:
         menu->trigger();
         PC1600XForm* editorForm = main->editorForm();
         QCOMPARE(program.program().editor.preset.Name, std::string());
+        QCOMPARE(editorForm->windowTitle(), QString("Editing Preset from Pool - No Memory Image"));
+        // The string editor's controllers: 0 to 120, each line with its number.
+        auto* controllers = editorForm->findChild<QComboBox*>("CCNameListCombo");
+        QCOMPARE(controllers->count(), 121);
+        QVERIFY(controllers->itemText(7).startsWith("7 - "));
         auto* frame = qobject_cast<QMdiSubWindow*>(editorForm->parentWidget());
         QVERIFY(frame);
         // Fits the main window's area on a 1366x768 screen.

@@ -1,6 +1,9 @@
 // The string editor window's wiring; building, checking and limiting the
 // strings are tested in core, and the editor's doors in the round trip.
 #include <QClipboard>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QTimer>
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
@@ -144,6 +147,70 @@ private slots:
         QVERIFY(form->edit(StringDoor::Button1, 0));
         QCOMPARE((*t)->editor.preset.Buttons[0].String1, std::string("F0 41 10 F7"));
         QVERIFY(t->prompter.done());
+    }
+
+    void theControlsFollowTheMessageKind() {
+        whenOpen([this](QDialog* d) {
+            // Typed bytes only for the typed kinds.
+            for (int kind : {0, 3, 4, 10}) {
+                Choose(d, "MessageCombo", kind);
+                QVERIFY2(!w<QLineEdit>(d, "StringText")->isVisible(), qPrintable(QString::number(kind)));
+            }
+            // Controllers 0 to 120, the last one reachable.
+            Choose(d, "MessageCombo", 3);
+            auto* list = w<QComboBox>(d, "CCNameListCombo");
+            QCOMPARE(list->count(), 121);
+            QCOMPARE(list->itemData(120).toInt(), 120);
+            Choose(d, "CCNameListCombo", 120);
+            QCOMPARE(form->state().Value1Slider, 120);
+            // Return belongs to the typed bytes: it pastes no prefix.
+            Choose(d, "MessageCombo", kSysexKind);
+            form->state().SysexPrefixText = "F0 41";
+            form->refresh();
+            Type(d, "StringText", "10");
+            QCOMPARE(w<QLineEdit>(d, "StringText")->text(), QString("10"));
+            Click(d, "SysexPrefixButton");
+            QCOMPARE(w<QLineEdit>(d, "StringText")->text(), QString("F0 41 10 F7"));
+            Click(d, "CancelButton");
+        });
+        form->edit(StringDoor::Button1, 0);
+    }
+
+    void closingTheWindowEndsRecordSysex() {
+        struct Port : LearnMessages {
+            void clear() override {}
+            std::string take() override { return {}; }
+        } port;
+        form->setLearnSource(&port);
+        t->pump.onYield = [] { QCoreApplication::processEvents(); };
+        t->prompter.expectMessage("About to Record Sysex", MessageAnswer::OK);
+        bool overran = false;
+        // A pass that ignores the close would never end: end it from outside.
+        QTimer::singleShot(3000, this, [&] {
+            overran = form->state().Learning;
+            form->state().Learning = false;
+            if (form->isVisible()) form->reject();
+        });
+        whenOpen([](QDialog* d) {
+            QTimer::singleShot(0, d, [d] {
+                QVERIFY(w<QPushButton>(d, "DoneLearningButton")->isEnabled());
+                for (const char* name : {"MessageCombo", "ChannelCombo", "StringList", "Value1Slider", "StringText",
+                                         "CancelButton", "AppendButton"})
+                    QVERIFY2(!w<QWidget>(d, name)->isEnabled(), name);
+                d->close();
+            });
+            Click(d, "LearnSysexButton");
+        });
+        QVERIFY(!form->edit(StringDoor::Button1, 0));
+        QVERIFY(!overran);
+        QVERIFY(!form->state().Learning);
+        QVERIFY(t->prompter.done());
+        // The window opens again and answers.
+        whenOpen([](QDialog* d) {
+            QVERIFY(w<QWidget>(d, "MessageCombo")->isEnabled());
+            Click(d, "CancelButton");
+        });
+        form->edit(StringDoor::Button1, 0);
     }
 
 private:
