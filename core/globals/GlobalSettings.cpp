@@ -170,7 +170,8 @@ DecodedGlobals Sysex2GlobalForm(std::string_view dump, bool pc1600Model) {
                          std::to_string(dump.size()) + " bytes.";
         return result;
     }
-    const bool fromDevice1600 = IsDevice1600GlobalsDump(dump);
+    // Only the original device's own lengths carry an F7 inside.
+    const bool fromDevice1600 = IsDevice1600GlobalsDump(dump) && dump.size() != kAllGlobalsLengthX;
     for (std::size_t at = 1; at + 1 < dump.size(); ++at)
         if (static_cast<unsigned char>(dump[at]) > 127 && !(fromDevice1600 && at == O::RecordChannel)) {
             result.problem = "The ALL GLOBALS message holds a byte above 127 at position " + std::to_string(at + 1) + ".";

@@ -117,6 +117,7 @@ TEST(GlobalsCodec, DumpFormsAreReadOrRefused) {
         {"419 bytes", [] { return XDump().substr(0, 418) + '\xF7'; }, false, false, false, nullptr},
         {"416 bytes", [] { return XDump().substr(0, 415) + '\xF7'; }, false, false, false, nullptr},
         {"another command", [] { return WithByte(XDump(), 6, 2); }, false, false, false, nullptr},
+        {"420 with an F7 at 414", [] { return WithByte(XDump(), O::RecordChannel, 0xF7); }, false, false, false, nullptr},
         {"a byte above 127", [] { return WithByte(XDump(), O::Map2, 0x90); }, false, false, false, nullptr},
         {"empty", [] { return std::string(); }, false, false, false, nullptr},
     };
