@@ -71,6 +71,17 @@ std::string ComboText(const std::vector<std::string>& lines, int value);
 // text is neither.
 std::optional<int> ComboValue(const std::vector<std::string>& lines, std::string_view text);
 
+// The sliders' ranges, in the numbers their texts stand for (PerByteSlider
+// in its byte): a text that loses focus is clamped into them.
+struct SliderRange {
+    int low;
+    int high;
+    int clamp(int value) const { return value < low ? low : value > high ? high : value; }
+};
+inline constexpr SliderRange kChannelSlider{1, 16};    // ChIn, ChOut, RemoteButtonChannel
+inline constexpr SliderRange kRecChannelSlider{0, 16};
+inline constexpr SliderRange kByteSlider{0, 127};      // DevNum, ViewAngle, RemoteButtonStart, PerMessage, PerByte
+
 // DevNumText: "10 (0Ah)", "200 (C8h)".
 std::string DeviceNumberText(int number);
 // RecChannelText: "Off" for 0, else the number. PerByteText: ten times the byte.
