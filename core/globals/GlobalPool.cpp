@@ -356,14 +356,14 @@ ChoiceRequest GotGlobalsRequest(const ListState& globalsList) {
     ChoiceRequest request;
     request.dialogName = "GotGlobalsForm";
     request.title = "What to do with Global Settings?";
-    // StoreOption's three choices; the one pressed is the option taken.
-    request.buttons = {
-        {"StoreOption0", "&Don't Store these new Globals at all.", true},
-        {"StoreOption1", "&Store in Globals Pool with this New Name:", true},
-        {"StoreOption2", "&Overwrite These Global Settings", true},
-    };
-    request.fields = {{"NewNameText", "", ""}};
-    for (const auto& line : globalsList.lines()) request.listItems.push_back(line.text);
+    request.options = {"&Don't Store these new Globals at all.", "&Store in Globals Pool with this New Name:",
+                       "&Overwrite These Global Settings"};
+    request.option = static_cast<int>(GotGlobalsOption::DontStore);
+    request.buttons = {{"OkButton", "OK", true}};
+    request.fields = {{"NewNameText", "", "", static_cast<int>(GotGlobalsOption::StoreNew)}};
+    ChoiceRequest::PickList list{"GlobalsList", "", {}, -1, 0, static_cast<int>(GotGlobalsOption::Overwrite)};
+    for (const auto& line : globalsList.lines()) list.items.push_back(line.text);
+    request.lists = {list};
     request.closable = false;
     return request;
 }
@@ -374,10 +374,15 @@ std::string ShowGotGlobalsForm(const GlobalsContext& session) {
     ChoiceRequest request = GotGlobalsRequest(lines);
     for (;;) {
         const ChoiceAnswer answer = session.prompter.choose(request);
+        // Only OK ends the dialogue; a prompter that comes back without it
+        // gets the choice that stores nothing.
+        if (answer.button != 0) return kDontStore;
         const std::string name = answer.fields.empty() ? std::string() : Trim(answer.fields[0]);
+        const int line = answer.lists.empty() ? -1 : answer.lists[0];
+        request.option = answer.option;
         request.fields[0].text = name;
-        request.listIndex = answer.listIndex;
-        switch (answer.button) {
+        request.lists[0].index = line;
+        switch (answer.option) {
             case static_cast<int>(GotGlobalsOption::StoreNew):
                 if (name.empty()) {
                     session.prompter.message("Cannot Store",
@@ -392,12 +397,12 @@ std::string ShowGotGlobalsForm(const GlobalsContext& session) {
                 }
                 return name;
             case static_cast<int>(GotGlobalsOption::Overwrite):
-                if (answer.listIndex < 0 || answer.listIndex >= lines.listCount()) {
+                if (line < 0 || line >= lines.listCount()) {
                     session.prompter.message("Cannot Overwrite",
                                              "You must select a Global Settings from the listbox to be overwritten.");
                     continue;
                 }
-                return "__ID=" + std::to_string(lines.itemData(answer.listIndex));
+                return "__ID=" + std::to_string(lines.itemData(line));
             default:
                 return kDontStore;
         }

@@ -52,9 +52,11 @@ bool DeleteGlobals(const GlobalsContext& session);
 // GotGlobalsForm: what to do with settings that came from the device.
 enum class GotGlobalsOption { DontStore = 0, StoreNew = 1, Overwrite = 2 };
 ChoiceRequest GotGlobalsRequest(const ListState& globalsList);
-// Shows the dialogue until its checks pass and gives the result word:
-// "__DONTSTORE__", the new name, or "__ID=" and the ID to overwrite. A
-// dialogue closed without OK counts as "__DONTSTORE__".
+// StoreOption is the request's group of options; NewNameText (field 0)
+// follows option 1 and GlobalsList (list 0, lines as GlobalPoolList's)
+// option 2; OkButton is the one button. Shows the dialogue until its checks
+// pass and gives the result word: "__DONTSTORE__", the new name, or "__ID="
+// and the ID to overwrite. An answer without OK counts as "__DONTSTORE__".
 std::string ShowGotGlobalsForm(const GlobalsContext& session);
 inline constexpr const char* kDontStore = "__DONTSTORE__";
 // Carries out the result word for GlobalForm's settings: stores them under

@@ -117,11 +117,11 @@ TEST_F(GlobalsPool, RefusalsChangeNothing) {
         f.state.Visible = true;
         f.state.settings.Name = "a";
     };
-    const auto got = [](int button, const char* name, int listIndex) {
+    const auto got = [](int option, const char* name, int line) {
         return [=](GlobalsSession& f) {
             f.t.prompter.expectChoice("GotGlobalsForm", [=](const ChoiceRequest& r) {
-                EXPECT_EQ(r.listItems.size(), 2u);
-                return ChoiceAnswer{button, {}, listIndex, {name}};
+                EXPECT_EQ(r.lists.at(0).items.size(), 2u);
+                return ChoiceAnswer{0, {}, option, {line}, {name}};
             });
         };
     };
@@ -164,7 +164,7 @@ TEST_F(GlobalsPool, RefusalsChangeNothing) {
 TEST_F(GlobalsPool, GotGlobalsOverwriteKeepsTheRowsNameAndDefault) {
     const std::int64_t a = store("A", true);
     store("B");
-    t.prompter.expectChoice("GotGlobalsForm", [](const ChoiceRequest&) { return ChoiceAnswer{2, {}, 0, {""}}; });
+    t.prompter.expectChoice("GotGlobalsForm", [](const ChoiceRequest&) { return ChoiceAnswer{0, {}, 2, {0}, {""}}; });
     const std::string word = ShowGotGlobalsForm(g);
     EXPECT_EQ(word, "__ID=" + std::to_string(a));
     state.settings = NewGlobalSettings();
