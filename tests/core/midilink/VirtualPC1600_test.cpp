@@ -47,7 +47,7 @@ TEST_P(VirtualDeviceRequests, AnswerWithTheirDumpUnderTheDevicesIdentifier) {
 INSTANTIATE_TEST_SUITE_P(Protocol, VirtualDeviceRequests,
                          ::testing::Values(RequestCase{0x11, 0x01, false, 0}, RequestCase{0x12, 0x02, false, 4409},
                                            RequestCase{0x12, 0x02, true, 4409}, RequestCase{0x13, 0x03, false, 420},
-                                           RequestCase{0x13, 0x03, true, 418}, RequestCase{0x14, 0x04, false, 0}));
+                                           RequestCase{0x13, 0x03, true, 414}, RequestCase{0x14, 0x04, false, 0}));
 
 TEST(VirtualPC1600, IgnoresOtherIdentifiersOtherMakersAndNonsense) {
     VirtualPC1600 device({.deviceId = 2});
