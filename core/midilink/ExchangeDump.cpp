@@ -132,8 +132,10 @@ ExchangeResult ExchangeDump(const LinkContext& session, const ExchangeRequest& r
         YieldWithTimers(session);
         break;
     case ExchangeResult::Outcome::TimedOut: {
-        const FlowMessage message = TimeoutMessage(request.flow);
-        session.prompter.message(message.title, message.text);
+        if (!request.silentTimeout) {
+            const FlowMessage message = TimeoutMessage(request.flow);
+            session.prompter.message(message.title, message.text);
+        }
         status.hide();
         break;
     }

@@ -39,6 +39,8 @@ struct ExchangeRequest {
     // A tick of its own instead of the table's (scripts that set their own
     // time-out); 0 takes the table.
     std::int64_t interval = 0;
+    // A time-out shows no message: the caller tells the user its own way.
+    bool silentTimeout = false;
 
     // The rule of the awaited message, the same for every caller: the
     // family's header, the awaited command, and for a dump of fixed length

@@ -16,8 +16,7 @@ void VirtualPC1600::clearMemory() {
     editBuffer_ = slots_[0];
     scenes_.clear();
     for (int s = 0; s < kAllScenesRecords; ++s) scenes_ += EmptySceneRecord(settings_.pc1600Model);
-    const std::string globals = DefaultAllGlobalsDump(settings_.deviceId, settings_.pc1600Model);
-    globals_ = globals.substr(7, globals.size() - 8);
+    globals_ = AllGlobalsBody(DefaultAllGlobalsDump(settings_.deviceId, settings_.pc1600Model));
     selected_ = 0;
 }
 
@@ -33,7 +32,10 @@ std::string VirtualPC1600::allScenesDump() const {
 }
 
 std::string VirtualPC1600::allGlobalsDump() const {
-    return DeviceDumpHeader(settings_.deviceId, DeviceCommand::AllGlobals) + globals_ + '\xF7';
+    // The original model ends its dump with the F7 in the record channel's
+    // place, as that device does.
+    const std::size_t length = settings_.pc1600Model ? GlobalsOffset::RecordChannel - GlobalsOffset::Map1 : globals_.size();
+    return DeviceDumpHeader(settings_.deviceId, DeviceCommand::AllGlobals) + globals_.substr(0, length) + '\xF7';
 }
 
 std::string VirtualPC1600::editBufferDump() const { return PresetDumpFromEntry(settings_.deviceId, editBuffer_); }
@@ -62,7 +64,7 @@ bool VirtualPC1600::store(std::string_view message) {
         return true;
     case DeviceCommand::AllGlobals:
         if (!IsAllGlobalsDump(message)) return false;
-        globals_ = std::string(message.substr(7, message.size() - 8));
+        globals_ = AllGlobalsBody(message);
         return true;
     case DeviceCommand::PresetDump: {
         if (static_cast<unsigned char>(message.back()) != 0xF7) return false;

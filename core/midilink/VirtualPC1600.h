@@ -64,7 +64,7 @@ private:
     std::array<AllPresetsEntry, 50> slots_;
     AllPresetsEntry editBuffer_;
     std::string scenes_;   // the 4400 record bytes
-    std::string globals_;  // from the first map byte to before the F7
+    std::string globals_;  // AllGlobalsBody: every settings byte of the PC1600X
     int selected_ = 0;
 };
 

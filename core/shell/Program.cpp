@@ -3,6 +3,7 @@
 #include "db/PoolDatabase.h"
 #include "editor/EditorContext.h"
 #include "editor/EditorState.h"
+#include "globals/GlobalsState.h"
 #include "memimage/MemImageState.h"
 #include "midilink/LinkContext.h"
 #include "midilink/MidiConfig.h"
@@ -28,6 +29,7 @@ struct Program::Parts {
     StringEditState stringEdit;
     PoolFormState poolForm;
     PoolFlags poolFlags;
+    GlobalsState globals;
 };
 
 Program::Program(Prompter& prompter, StatusView& status, Pump& pump, Clock& clock)
@@ -44,7 +46,8 @@ Program::Program(Prompter& prompter, StatusView& status, Pump& pump, Clock& cloc
       stringWork(parts_->stringWork),
       stringEdit(parts_->stringEdit),
       poolForm(parts_->poolForm),
-      poolFlags(parts_->poolFlags) {}
+      poolFlags(parts_->poolFlags),
+      globals(parts_->globals) {}
 
 Program::~Program() = default;
 
@@ -57,5 +60,7 @@ Program::operator StringsContext() const {
 }
 
 Program::operator PoolContext() const { return {pool, prompter, editor, midi, memImage, poolForm, poolFlags}; }
+
+Program::operator GlobalsContext() const { return {midiLink, midi, pool, prompter, status, pump, clock, globals}; }
 
 }  // namespace tavlo

@@ -4,6 +4,7 @@
 #include "editor/EditorContext.h"
 #include "midistrings/StringsContext.h"
 #include "pool/PoolContext.h"
+#include "globals/GlobalsContext.h"
 
 namespace tavlo {
 
@@ -14,6 +15,7 @@ class Prompter;
 class Pump;
 class StatusView;
 struct EditorState;
+struct GlobalsState;
 struct MemImageState;
 struct MidiConfig;
 struct PoolFlags;
@@ -51,11 +53,13 @@ public:
     StringEditState& stringEdit;
     PoolFormState& poolForm;
     PoolFlags& poolFlags;
+    GlobalsState& globals;
 
     operator LinkContext() const;
     operator EditorContext() const;
     operator StringsContext() const;
     operator PoolContext() const;
+    operator GlobalsContext() const;
 };
 
 }  // namespace tavlo

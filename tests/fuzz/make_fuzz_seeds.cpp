@@ -7,6 +7,8 @@
 #include <iostream>
 #include <string>
 
+#include "globals/GlobalSettings.h"
+#include "globals/GlobalsText.h"
 #include "sysex/AllGlobalsDump.h"
 #include "sysex/AllPresetsDump.h"
 #include "sysex/AllScenesDump.h"
@@ -64,6 +66,14 @@ int main(int argc, char** argv) {
     Write("all_globals_dump_fuzz", "default-1600.syx", DefaultAllGlobalsDump(0, true));
     Write("all_globals_dump_fuzz", "request-then-1600.syx",
           DeviceRequest(0, DeviceCommand::RequestAllGlobals) + DefaultAllGlobalsDump(0, true));
+    GlobalSettings edited1600 = NewGlobalSettings();
+    edited1600.Name = "Stage";
+    edited1600.Filters[0] = edited1600.Filters[7] = true;
+    edited1600.FootSwitch1 = 20;
+    edited1600.MidiMaps[1][9] = 127;
+    Write("all_globals_dump_fuzz", "tavlo-1600.syx", *GlobalForm2Sysex(edited1600, true, 4));
+    Write("globals_text_fuzz", "new.tgl", StoreTavloFormatGlobals(NewGlobalSettings()));
+    Write("globals_text_fuzz", "edited.tgl", StoreTavloFormatGlobals(edited1600));
     Write("vdevice_load_memory_fuzz", "memory-x.syx", device.memoryAsSyx());
     Write("vdevice_load_memory_fuzz", "memory-1600.syx", cleared1600.memoryAsSyx());
     Write("vdevice_load_memory_fuzz", "edit-buffer.syx", device.editBufferDump());

@@ -9,6 +9,8 @@
 
 #include "CliCommand.h"
 #include "CliWait.h"
+#include "GlobalsCli.h"
+#include "base/FileBytes.h"
 #include "sysex/DeviceMessages.h"
 #include "midilink/ExchangeDump.h"
 #include "midilink/MIDIFormOperations.h"
@@ -236,6 +238,76 @@ int midiSend(const CliArgs& args, std::ostream& out, std::ostream& err) {
     return kExitOk;
 }
 
+// ALL GLOBALS from the device into a dump or a .tgl file.
+int midiGetGlobals(const CliArgs& args, std::ostream& out, std::ostream& err) {
+    if (BadApi(args, err)) return kExitUsage;
+    const auto in = args.option("--in"), outName = args.option("--out"), file = args.option("-o");
+    if (!args.positional().empty() || !in || !outName || !file) return UsageOf("midi get-globals", err);
+    bool pc1600 = false;
+    if (!ModelOption(args, pc1600, err)) return kExitUsage;
+    const int deviceId = static_cast<int>(args.wholeNumber("--device-id", 0, 15, 0));
+    const double timeout = args.seconds("--timeout", 86400, 0);
+
+    MidiSession midi(args, err);
+    if (!midi.openPorts(*in, *outName, err)) return kExitFailed;
+    ExchangeRequest request;
+    request.title = "Getting Globals from PC1600(x)";
+    request.request = DeviceRequest(deviceId, DeviceCommand::RequestAllGlobals);
+    request.awaitedCommand = DeviceCommand::AllGlobals;
+    request.automaticPrompt = "Waiting for ALL GLOBALS from PC1600(x)...";
+    request.row = IntervalRow::GlobalsWindow;
+    request.flow = TimeoutFlow::GlobalSettings;
+    if (timeout > 0) request.interval = std::max<std::int64_t>(1, static_cast<std::int64_t>(timeout * 500));
+    midi.session->midi.DeviceId = deviceId;
+    const ExchangeResult result = ExchangeDump(*midi.session, request);
+    if (result.outcome == ExchangeResult::Outcome::Cancelled) {
+        err << "tavlo-cli: cancelled\n";
+        return kExitCancelled;
+    }
+    if (!result.received()) return kExitTimedOut;
+    auto settings = SettingsFromBytes(result.dump, false, pc1600, err);
+    if (!settings) return kExitBadInput;
+    settings->Name = "Received from PC1600(x)";
+    // A dump is written as it came; the text from what it says.
+    const std::string bytes = IsTglPath(*file) ? *SettingsToBytes(*settings, true, pc1600, deviceId, err) : result.dump;
+    if (!WriteWholeFile(*file, bytes)) {
+        err << "tavlo-cli: can't write " << *file << "\n";
+        return kExitFailed;
+    }
+    out << "all-globals: " << result.dump.size() << " bytes received, written to " << *file << "\n";
+    return kExitOk;
+}
+
+// A dump or a .tgl file to the device as one ALL GLOBALS of the model.
+int midiSendGlobals(const CliArgs& args, std::ostream& out, std::ostream& err) {
+    if (BadApi(args, err)) return kExitUsage;
+    const auto outName = args.option("--out");
+    if (args.positional().size() != 1 || !outName) return UsageOf("midi send-globals", err);
+    bool pc1600 = false;
+    if (!ModelOption(args, pc1600, err)) return kExitUsage;
+    const int deviceId = static_cast<int>(args.wholeNumber("--device-id", 0, 15, 0));
+    const std::string& path = args.positional()[0];
+    const auto bytes = ReadInputFile(path, err);
+    if (!bytes) return kExitBadInput;
+    const auto settings = SettingsFromBytes(*bytes, IsTglPath(path), pc1600, err);
+    if (!settings) return kExitBadInput;
+    const auto dump = SettingsToBytes(*settings, false, pc1600, deviceId, err);
+    if (!dump) return kExitBadInput;
+
+    MidiSession midi(args, err);
+    MidiLink& link = midi.session->midiLink;
+    if (!midi.open(link.MIDIOut, link.devices.outputNames(), *outName, err)) return kExitFailed;
+    midi.status.begin("Sending ALL GLOBALS (" + std::to_string(dump->size()) + " bytes) to " + *outName);
+    const bool sent = link.MIDIOut.sendSysex(*dump);
+    midi.status.hide();
+    if (!sent) {
+        err << "tavlo-cli: sending failed: " << link.MIDIOut.lastError() << "\n";
+        return kExitFailed;
+    }
+    out << "all-globals: " << dump->size() << " bytes sent to " << *outName << "\n";
+    return kExitOk;
+}
+
 // The channel search of the configuration window: which identifier answers.
 int midiSearch(const CliArgs& args, std::ostream& out, std::ostream& err) {
     if (BadApi(args, err)) return kExitUsage;
@@ -264,6 +336,20 @@ const CommandRegistrar get{
      {"--in", "--out", "--device-id", "--timeout", "--api", "-o"},
      {"--no-pacing"},
      midiGet}};
+const CommandRegistrar getGlobals{
+    {"midi get-globals",
+     "midi get-globals --in NAME --out NAME [--device-id N] [--timeout S] [--model pc1600|pc1600x] [--api jack|alsa] "
+     "[--no-pacing] -o FILE.syx|FILE.tgl   get the device's global settings (exit 3: no answer, 4: Ctrl-C)",
+     {"--in", "--out", "--device-id", "--timeout", "--model", "--api", "-o"},
+     {"--no-pacing"},
+     midiGetGlobals}};
+const CommandRegistrar sendGlobals{
+    {"midi send-globals",
+     "midi send-globals FILE.syx|FILE.tgl --out NAME [--device-id N] [--model pc1600|pc1600x] [--api jack|alsa] "
+     "[--no-pacing]   send global settings to the device",
+     {"--out", "--device-id", "--model", "--api"},
+     {"--no-pacing"},
+     midiSendGlobals}};
 const CommandRegistrar send{{"midi send",
                              "midi send FILE.syx --out NAME [--api jack|alsa] [--no-pacing] [--pause MS]   send the "
                              "dumps of a file to the device",

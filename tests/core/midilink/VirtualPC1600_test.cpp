@@ -29,7 +29,7 @@ TEST(VirtualPC1600, AnswersARequestWithItsDumpUnderTheDevicesIdentifier) {
         bool pc1600Model;
         std::size_t length;  // 0: not checked
     } cases[] = {{0x11, 0x01, false, 0},  {0x12, 0x02, false, 4409}, {0x12, 0x02, true, 4409},
-                 {0x13, 0x03, false, 420}, {0x13, 0x03, true, 418},   {0x14, 0x04, false, 0}};
+                 {0x13, 0x03, false, 420}, {0x13, 0x03, true, 414},   {0x14, 0x04, false, 0}};
     for (const auto& c : cases) {
         VirtualPC1600 device({.deviceId = 6, .pc1600Model = c.pc1600Model});
         const std::string reply = OnlyReply(device, DeviceRequest(6, c.request));
