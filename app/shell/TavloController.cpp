@@ -9,6 +9,10 @@
 #include "pool/EditorStoreQuestions.h"
 #include "editor/EditorDefaults.h"
 #include "editor/PC1600XForm.h"
+#include "globals/GlobalForm.h"
+#include "globals/GlobalPoolForm.h"
+#include "globals/GlobalsFlows.h"
+#include "globals/GlobalsState.h"
 
 #include "midilink/ExchangeDump.h"
 #include "midilink/MIDIForm.h"
@@ -43,8 +47,7 @@ TavloController::TavloController(Program& session, QWidget* parent)
     connect(ui_->SysexFileMenu, &QAction::triggered, this, [this] { SysexFileMenu(session_.prompter); });
 
     // Entries whose windows are not part of this build yet stay disabled.
-    for (QAction* action : {ui_->MidiDevManageMenu, ui_->CleanMenu,
-                            ui_->GlobalMenu, ui_->NewGlobalMenu, ui_->ViewGlobalMenu, ui_->NewMemImageMenu,
+    for (QAction* action : {ui_->MidiDevManageMenu, ui_->CleanMenu, ui_->ViewGlobalMenu, ui_->NewMemImageMenu,
                             ui_->HelpHelpMenu})
         action->setEnabled(false);
 
@@ -75,6 +78,41 @@ TavloController::TavloController(Program& session, QWidget* parent)
     editorFrame->resize(editorFrame->sizeHint());
     editorFrame->hide();
     connect(ui_->NewPresetMenu, &QAction::triggered, this, &TavloController::newPreset);
+    startGlobals();
+}
+
+QMdiSubWindow* TavloController::addLastingWindow(QWidget* form) {
+    // Such a window lives for the whole run; closing it only hides it.
+    QMdiSubWindow* frame = ui_->MDIArea->addSubWindow(form);
+    frame->setAttribute(Qt::WA_DeleteOnClose, false);
+    frame->resize(frame->sizeHint());
+    frame->hide();
+    return frame;
+}
+
+void TavloController::startGlobals() {
+    globalForm_ = new GlobalForm(session_);
+    addLastingWindow(globalForm_);
+    globalPoolForm_ = new GlobalPoolForm(session_);
+    addLastingWindow(globalPoolForm_);
+    connect(globalPoolForm_, &GlobalPoolForm::editing, globalForm_, &GlobalForm::showWindow);
+    connect(ui_->GlobalMenu, &QAction::triggered, this, &TavloController::showGlobalsPool);
+    connect(ui_->NewGlobalMenu, &QAction::triggered, globalForm_, &GlobalForm::newSettings);
+}
+
+void TavloController::showGlobalsPool() {
+    globalPoolForm_->reload();
+    QWidget* frame = globalPoolForm_->parentWidget();
+    frame->show();
+    frame->raise();
+}
+
+void TavloController::firstRunGlobals() {
+    if (session_.pool.db().queryInt("SELECT COUNT(*) FROM GlobalRec") > 0) return;
+    // The settings got (or the new ones stored when the device didn't
+    // answer) are shown, so the user sees what the run starts with.
+    FirstRunGlobals(session_);
+    globalForm_->showWindow();
 }
 
 PC1600XForm* TavloController::editorForm() const { return editorForm_; }

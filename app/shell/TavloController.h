@@ -10,6 +10,8 @@ class QMdiSubWindow;
 
 namespace tavlo {
 
+class GlobalForm;
+class GlobalPoolForm;
 class MIDIForm;
 class PC1600XForm;
 class PeekForm;
@@ -32,6 +34,12 @@ public:
     void restoreGeometryFromPool();
     // The preset editor window.
     PC1600XForm* editorForm() const;
+    GlobalForm* globalForm() const { return globalForm_; }
+    GlobalPoolForm* globalPoolForm() const { return globalPoolForm_; }
+    // GlobalMenu: shows the pool of global settings.
+    void showGlobalsPool();
+    // The first run's global settings, once the windows stand.
+    void firstRunGlobals();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -49,6 +57,10 @@ private:
     PoolForm* poolForm_ = nullptr;
     QMdiSubWindow* poolWindow_ = nullptr;
     PC1600XForm* editorForm_ = nullptr;
+    GlobalForm* globalForm_ = nullptr;
+    GlobalPoolForm* globalPoolForm_ = nullptr;
+    QMdiSubWindow* addLastingWindow(QWidget* form);
+    void startGlobals();
 };
 
 }  // namespace tavlo

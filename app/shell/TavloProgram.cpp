@@ -41,6 +41,7 @@ bool TavloProgram::start(const std::string& poolPath) {
     }
     controller_ = std::make_unique<TavloController>(*program_);
     controller_->restoreGeometryFromPool();
+    controller_->firstRunGlobals();
     return true;
 }
 

@@ -2,6 +2,7 @@
 
 #include "shell/Program.h"
 #include "db/PoolDatabase.h"
+#include "globals/GlobalsFlows.h"
 #include "pool/EditorStoreQuestions.h"
 #include "ui/Prompter.h"
 
@@ -16,6 +17,7 @@ bool QuitMenu(Program& session, const std::vector<WindowStateRow>& windows) {
         session.prompter.message("Database Error", "There has been a Database Error");
     }
     if (!StoreBeforeQuit(session)) return false;
+    if (!AskStoreGlobalsOnClose(session)) return false;
     session.pool.close();
     return true;
 }

@@ -87,7 +87,7 @@ private slots:
         QVERIFY(prompter.done());
     }
 
-    void closingWritesWindowStates() {
+    void closingWritesWindowStatesAndTheFirstRunItsSettings() {
         TempDir dir;
         const std::string path = dir.file("Tavlo.mdb");
         {
@@ -102,6 +102,11 @@ private slots:
         QVERIFY(pool.open(path).ok());
         QCOMPARE(pool.db().queryInt("SELECT Left FROM WindowStates WHERE Window = 'MAIN2'"), 900);
         QCOMPARE(pool.db().queryInt("SELECT Top FROM WindowStates WHERE Window = 'MAIN2'"), 600);
+        // The first start got the virtual device's settings as the default.
+        Statement globals = pool.db().prepare("SELECT Name FROM GlobalRec WHERE \"Default\" <> 0");
+        QVERIFY(globals.step());
+        QCOMPARE(globals.getText("Name"), std::string("Initial Default Globals"));
+        QVERIFY(!globals.step());
     }
 
     void aVanishedPresetRowEndsTheProgram() {
