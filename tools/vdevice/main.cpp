@@ -5,6 +5,7 @@
 #include <chrono>
 #include <csignal>
 #include <iostream>
+#include <optional>
 #include <string>
 #include <thread>
 #include <vector>
@@ -38,14 +39,17 @@ bool ToInt(const std::string& text, int low, int high, int& value) {
     }
 }
 
-}  // namespace
 
-int main(int argc, char** argv) {
-    std::vector<std::string> args(argv + 1, argv + argc);
+struct Options {
     MidiApi api = DefaultMidiApi();
     std::string name = "Tavlo-VDevice";
     std::string loadPath, savePath;
     VirtualDeviceSettings settings;
+};
+
+// Reads the command line into `o`; an exit status when the run ends here
+// (after --help, or on an argument it can't read).
+std::optional<int> ReadArguments(const std::vector<std::string>& args, Options& o) {
     for (std::size_t i = 0; i < args.size(); ++i) {
         const std::string& a = args[i];
         auto value = [&](std::string& out) {
@@ -58,22 +62,35 @@ int main(int argc, char** argv) {
             Usage(std::cout);
             return 0;
         } else if (a == "--pacing") {
-            settings.wirePacing = true;
-        } else if (a == "--api" && value(v) && ParseMidiApi(v, api)) {
+            o.settings.wirePacing = true;
+        } else if (a == "--api" && value(v) && ParseMidiApi(v, o.api)) {
         } else if (a == "--name" && value(v) && !v.empty()) {
-            name = v;
-        } else if (a == "--device-id" && value(v) && ToInt(v, 0, 15, settings.deviceId)) {
+            o.name = v;
+        } else if (a == "--device-id" && value(v) && ToInt(v, 0, 15, o.settings.deviceId)) {
         } else if (a == "--model" && value(v) && (v == "x" || v == "1600")) {
-            settings.pc1600Model = v == "1600";
-        } else if (a == "--reply-delay" && value(v) && ToInt(v, 0, 600000, settings.replyDelayMs)) {
-        } else if (a == "--load" && value(loadPath)) {
-        } else if (a == "--save-on-exit" && value(savePath)) {
+            o.settings.pc1600Model = v == "1600";
+        } else if (a == "--reply-delay" && value(v) && ToInt(v, 0, 600000, o.settings.replyDelayMs)) {
+        } else if (a == "--load" && value(o.loadPath)) {
+        } else if (a == "--save-on-exit" && value(o.savePath)) {
         } else {
             std::cerr << "tavlo-vdevice: bad argument: " << a << "\n";
             Usage(std::cerr);
             return 64;
         }
     }
+    return std::nullopt;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    Options o;
+    if (const auto status = ReadArguments({argv + 1, argv + argc}, o)) return *status;
+    const MidiApi api = o.api;
+    const std::string& name = o.name;
+    const std::string& loadPath = o.loadPath;
+    const std::string& savePath = o.savePath;
+    const VirtualDeviceSettings& settings = o.settings;
 
     VirtualPC1600 device(settings);
     std::string error;
