@@ -10,6 +10,7 @@
 #include "editor/EditorDefaults.h"
 #include "editor/PC1600XForm.h"
 #include "globals/GlobalForm.h"
+#include "globals/GlobalPool.h"
 #include "globals/GlobalPoolForm.h"
 #include "globals/GlobalsFlows.h"
 #include "globals/GlobalsState.h"
@@ -154,19 +155,66 @@ QMdiArea* TavloController::mdiArea() const { return ui_->MDIArea; }
 
 void TavloController::clearDefaults() { ClearDefaultsMenu(session_.pool.db(), session_.prompter); }
 
+namespace {
+
+int WindowStateOf(const QWidget* window) { return window->isMaximized() ? 2 : window->isMinimized() ? 1 : 0; }
+
+// A window's row: where its frame stands and whether it is shown.
+WindowStateRow RowOf(const std::string& name, const QWidget* frame, bool visible) {
+    WindowStateRow row;
+    row.Window = name;
+    row.Left = frame->x();
+    row.Top = frame->y();
+    row.WindowState = WindowStateOf(frame);
+    row.Visible = visible;
+    return row;
+}
+
+void PlaceFrame(QWidget* frame, const WindowStateRow& row) {
+    frame->move(row.Left, row.Top);
+    if (row.WindowState == 2) frame->setWindowState(Qt::WindowMaximized);
+    else if (row.WindowState == 1) frame->setWindowState(Qt::WindowMinimized);
+}
+
+}  // namespace
+
 void TavloController::restoreGeometryFromPool() {
-    const auto place = RestoredMainWindow(ReadWindowStates(session_.pool.db()));
-    if (!place) return;
-    if (place->width > 0) resize(place->width, place->height);
-    move(place->left, place->top);
-    if (place->state == 2) setWindowState(Qt::WindowMaximized);
-    else if (place->state == 1) setWindowState(Qt::WindowMinimized);
+    const auto rows = ReadWindowStates(session_.pool.db());
+    if (const auto place = RestoredMainWindow(rows)) {
+        if (place->width > 0) resize(place->width, place->height);
+        move(place->left, place->top);
+        if (place->state == 2) setWindowState(Qt::WindowMaximized);
+        else if (place->state == 1) setWindowState(Qt::WindowMinimized);
+    }
+    // The settings window shows again the set it showed, if the pool still has it.
+    if (const WindowStateRow* row = FindWindowState(rows, "GlobalForm")) {
+        PlaceFrame(globalForm_->parentWidget(), *row);
+        if (row->Visible && LoadGlobalsNamed(session_, row->LoadedName)) globalForm_->showWindow();
+    }
+    if (const WindowStateRow* row = FindWindowState(rows, "GlobalPoolForm")) {
+        PlaceFrame(globalPoolForm_->parentWidget(), *row);
+        if (row->Visible) {
+            showGlobalsPool();
+            SelectGlobalsLine(session_, row->LoadedID);
+        }
+    }
+}
+
+std::vector<WindowStateRow> TavloController::windowRows() const {
+    const GlobalsState& globals = session_.globals;
+    WindowStateRow settings = RowOf("GlobalForm", globalForm_->parentWidget(), globals.Visible);
+    settings.LoadedName = globals.settings.Name;
+    QWidget* poolFrame = globalPoolForm_->parentWidget();
+    WindowStateRow pool = RowOf("GlobalPoolForm", poolFrame, poolFrame->isVisible());
+    const ListState& lines = globals.GlobalPoolList;
+    if (lines.listIndex() >= 0) pool.LoadedID = static_cast<long>(lines.itemData(lines.listIndex()));
+    return {settings, pool};
 }
 
 void TavloController::closeEvent(QCloseEvent* event) {
     session_.editor.Quitting = true;
-    const int state = isMaximized() ? 2 : isMinimized() ? 1 : 0;
-    if (!QuitMenu(session_, ExitWindowStates({x(), y(), width(), height(), state}))) {
+    const int state = WindowStateOf(this);
+    if (!QuitMenu(session_, ExitWindowStates({x(), y(), width(), height(), state}, windowRows()))) {
         session_.editor.Quitting = false;
         event->ignore();
         return;

@@ -1,6 +1,9 @@
 #pragma once
 #include <QMainWindow>
 #include <memory>
+#include <vector>
+
+#include "shell/WindowStates.h"
 
 namespace Ui {
 class TavloController;
@@ -60,6 +63,8 @@ private:
     GlobalForm* globalForm_ = nullptr;
     GlobalPoolForm* globalPoolForm_ = nullptr;
     QMdiSubWindow* addLastingWindow(QWidget* form);
+    // The rows of WindowStates of the windows that have one of their own.
+    std::vector<WindowStateRow> windowRows() const;
     void startGlobals();
 };
 

@@ -94,6 +94,14 @@ void LoadGlobalPoolList(const GlobalsContext& session) {
     session.globals.notifyChanged();
 }
 
+void SelectGlobalsLine(const GlobalsContext& session, std::int64_t id) {
+    ListState& lines = session.globals.GlobalPoolList;
+    const int line = lines.findItemData(id);
+    if (line < 0) return;
+    lines.setListIndex(line);
+    ShowGlobalDetails(session);
+}
+
 void ShowGlobalDetails(const GlobalsContext& session) {
     GlobalsState& state = session.globals;
     state.CreatedDateText.clear();
@@ -187,6 +195,16 @@ bool LoadGlobalsRow(const GlobalsContext& session, std::int64_t id) {
     session.globals.markPristine();
     session.globals.notifyChanged();
     return true;
+}
+
+bool LoadGlobalsNamed(const GlobalsContext& session, const std::string& name) {
+    try {
+        const std::int64_t id = GlobalsIdByName(session.pool, name);
+        return id >= 0 && LoadGlobalsRow(session, id);
+    } catch (const DatabaseError& e) {
+        TellDatabaseError(session, e);
+        return false;
+    }
 }
 
 bool EditGlobals(const GlobalsContext& session) {

@@ -26,6 +26,9 @@ void LoadGlobalPoolList(const GlobalsContext& session);
 // The name a list line stands for: the text before "(IN=", trimmed.
 std::string GlobalsNameOfLine(const std::string& line);
 
+// Selects the line of the set `id`, if listed, and shows its details.
+void SelectGlobalsLine(const GlobalsContext& session, std::int64_t id);
+
 // GlobalPoolList click: CreatedDateText ("mm/dd/yyyy"), ChInText, ChOutText
 // of the selected line.
 void ShowGlobalDetails(const GlobalsContext& session);
@@ -41,6 +44,9 @@ std::optional<std::int64_t> StoreGlobals(const GlobalsContext& session, bool fro
 bool EditGlobals(const GlobalsContext& session);
 // Loads the row `id` into GlobalForm as EditButton does, without questions.
 bool LoadGlobalsRow(const GlobalsContext& session, std::int64_t id);
+// The same for the set of that name (the window's row of the last run);
+// false when the pool no longer has it.
+bool LoadGlobalsNamed(const GlobalsContext& session, const std::string& name);
 
 // DuplicateButton, RenameButton, MakeDefaultButton, DeleteButton on the
 // selected line of GlobalPoolList. True when the pool changed.

@@ -44,12 +44,20 @@ std::vector<WindowStateRow> ReadWindowStates(Database& db) {
     return rows;
 }
 
-std::vector<WindowStateRow> ExitWindowStates(const MainWindowPlace& main) {
+const WindowStateRow* FindWindowState(const std::vector<WindowStateRow>& rows, const std::string& window) {
+    for (const auto& row : rows)
+        if (row.Window == window) return &row;
+    return nullptr;
+}
+
+std::vector<WindowStateRow> ExitWindowStates(const MainWindowPlace& main, const std::vector<WindowStateRow>& shown) {
     std::vector<WindowStateRow> rows;
     for (const std::string& name : WindowStateNames()) {
         WindowStateRow row;
         row.Window = name;
-        if (name == "MAIN" || name == "MAIN2") {
+        if (const WindowStateRow* own = FindWindowState(shown, name)) {
+            row = *own;
+        } else if (name == "MAIN" || name == "MAIN2") {
             const bool size = name == "MAIN2";
             row.Left = size ? main.width : main.left;
             row.Top = size ? main.height : main.top;
@@ -64,12 +72,8 @@ std::vector<WindowStateRow> ExitWindowStates(const MainWindowPlace& main) {
 }
 
 std::optional<MainWindowPlace> RestoredMainWindow(const std::vector<WindowStateRow>& rows) {
-    const WindowStateRow* position = nullptr;
-    const WindowStateRow* size = nullptr;
-    for (const auto& row : rows) {
-        if (row.Window == "MAIN") position = &row;
-        if (row.Window == "MAIN2") size = &row;
-    }
+    const WindowStateRow* position = FindWindowState(rows, "MAIN");
+    const WindowStateRow* size = FindWindowState(rows, "MAIN2");
     if (!position || !size) return std::nullopt;
     MainWindowPlace place{position->Left, position->Top, 0, 0, position->WindowState};
     if (size->Left > 200 && size->Top > 150) {

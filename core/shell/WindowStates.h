@@ -36,7 +36,10 @@ struct MainWindowPlace {
 // The rows written at exit, in WindowStateNames' order: MAIN holds the
 // position, MAIN2 the size, the comparator's row "-100", every other row the
 // empty defaults of a window that isn't open.
-std::vector<WindowStateRow> ExitWindowStates(const MainWindowPlace& main);
+// `shown` gives the rows of the windows that have one of their own.
+std::vector<WindowStateRow> ExitWindowStates(const MainWindowPlace& main, const std::vector<WindowStateRow>& shown = {});
+// The row of `window`, or nothing.
+const WindowStateRow* FindWindowState(const std::vector<WindowStateRow>& rows, const std::string& window);
 // Where the main window goes at start: nothing unless both MAIN rows are
 // there; a stored size of 200 by 150 or less is not taken.
 std::optional<MainWindowPlace> RestoredMainWindow(const std::vector<WindowStateRow>& rows);

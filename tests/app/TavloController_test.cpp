@@ -14,6 +14,7 @@
 #include "ScriptedPrompter.h"
 #include "TempDir.h"
 #include "db/PoolDatabase.h"
+#include "globals/GlobalsState.h"
 #include "pool/PresetLoad.h"
 #include "shell/Program.h"
 #include "editor/EditorState.h"
@@ -98,15 +99,25 @@ private slots:
             program.controller()->show();
             QVERIFY(program.controller()->close());
         }
-        PoolDatabase pool;
-        QVERIFY(pool.open(path).ok());
-        QCOMPARE(pool.db().queryInt("SELECT Left FROM WindowStates WHERE Window = 'MAIN2'"), 900);
-        QCOMPARE(pool.db().queryInt("SELECT Top FROM WindowStates WHERE Window = 'MAIN2'"), 600);
-        // The first start got the virtual device's settings as the default.
-        Statement globals = pool.db().prepare("SELECT Name FROM GlobalRec WHERE \"Default\" <> 0");
-        QVERIFY(globals.step());
-        QCOMPARE(globals.getText("Name"), std::string("Initial Default Globals"));
-        QVERIFY(!globals.step());
+        {
+            PoolDatabase pool;
+            QVERIFY(pool.open(path).ok());
+            QCOMPARE(pool.db().queryInt("SELECT Left FROM WindowStates WHERE Window = 'MAIN2'"), 900);
+            QCOMPARE(pool.db().queryInt("SELECT Top FROM WindowStates WHERE Window = 'MAIN2'"), 600);
+            // The first start got the virtual device's settings as the default.
+            Statement globals = pool.db().prepare("SELECT Name FROM GlobalRec WHERE \"Default\" <> 0");
+            QVERIFY(globals.step());
+            QCOMPARE(globals.getText("Name"), std::string("Initial Default Globals"));
+            QVERIFY(!globals.step());
+        }
+
+        // The next start shows the settings window again, on the same set.
+        ScriptedPrompter prompter;
+        TavloProgram program(prompter);
+        QVERIFY(program.start(path));
+        QVERIFY(program.program().globals.Visible);
+        QCOMPARE(program.program().globals.settings.Name, std::string("Initial Default Globals"));
+        QVERIFY(program.controller()->close());
     }
 
     void aVanishedPresetRowEndsTheProgram() {

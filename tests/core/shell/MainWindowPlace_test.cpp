@@ -24,9 +24,14 @@ TEST(MainWindowPlace, WhatExitWritesStartRestores) {
         EXPECT_EQ(std::tie(place->left, place->top, place->state), std::tie(c.atExit.left, c.atExit.top, c.atExit.state));
         EXPECT_EQ(std::tie(place->width, place->height), std::tie(c.width, c.height));
     }
-    const auto rows = ExitWindowStates({});
+    // A window with a row of its own gives it; the others keep the defaults.
+    const auto rows = ExitWindowStates({}, {{"GlobalForm", 5, 6, 0, true, -1, "Stage"}});
     for (const auto& row : rows)
-        EXPECT_EQ(row.LoadedName, row.Window == "PresetComparatorForm" ? "-100" : "") << row.Window;
+        EXPECT_EQ(row.LoadedName, row.Window == "PresetComparatorForm" ? "-100"
+                                  : row.Window == "GlobalForm"         ? "Stage"
+                                                                       : "")
+            << row.Window;
+    EXPECT_EQ(FindWindowState(rows, "GlobalForm")->Left, 5);
 }
 
 TEST(MainWindowPlace, NothingWithoutBothRows) {
