@@ -219,6 +219,25 @@ bool EditGlobals(const GlobalsContext& session) {
     return LoadGlobalsRow(session, line->id);
 }
 
+namespace {
+
+// One change of the pool of settings: a database failure is told and leaves
+// the pool as it was (the change's transaction rolls back); after a change
+// the list is filled again. `change` returns false when it refused.
+template <typename Change>
+bool ChangePool(const GlobalsContext& session, Change change) {
+    try {
+        if (!change(session.pool.db())) return false;
+    } catch (const DatabaseError& e) {
+        TellDatabaseError(session, e);
+        return false;
+    }
+    LoadGlobalPoolList(session);
+    return true;
+}
+
+}  // namespace
+
 bool DuplicateGlobals(const GlobalsContext& session) {
     const auto line = SelectedLine(session);
     if (!line) return false;
@@ -226,12 +245,11 @@ bool DuplicateGlobals(const GlobalsContext& session) {
                                                "Enter the Name for this New duplicated Global Settings");
     if (!answer || Trim(*answer).empty()) return false;
     const std::string name = Trim(*answer);
-    try {
+    return ChangePool(session, [&](Database& db) {
         if (GlobalsIdByName(session.pool, name) >= 0) {
             session.prompter.message("Cannot Duplicate Globals", "There is already a Global Settings by that name.");
             return false;
         }
-        Database& db = session.pool.db();
         Transaction transaction(db);
         // The copy is never the default, and the device number stays behind.
         db.prepare("INSERT INTO GlobalRec (Name, CreatedDate, GlobalData, ChIn, ChOut, \"Default\") "
@@ -241,12 +259,8 @@ bool DuplicateGlobals(const GlobalsContext& session) {
             .bind(":ID", line->id)
             .run();
         transaction.commit();
-    } catch (const DatabaseError& e) {
-        TellDatabaseError(session, e);
-        return false;
-    }
-    LoadGlobalPoolList(session);
-    return true;
+        return true;
+    });
 }
 
 bool RenameGlobals(const GlobalsContext& session) {
@@ -265,7 +279,7 @@ bool RenameGlobals(const GlobalsContext& session) {
         line->name);
     if (!answer || Trim(*answer).empty()) return false;
     const std::string name = Trim(*answer);
-    try {
+    return ChangePool(session, [&](Database& db) {
         // A change of case only finds the set itself.
         const std::int64_t clash = GlobalsIdByName(session.pool, name);
         if (clash >= 0 && clash != line->id) {
@@ -274,44 +288,33 @@ bool RenameGlobals(const GlobalsContext& session) {
                                      "another name.");
             return false;
         }
-        Database& db = session.pool.db();
         Transaction transaction(db);
         db.prepare("UPDATE GlobalRec SET Name = :Name WHERE ID = :ID")
             .bind(":Name", SafeDBString(name))
             .bind(":ID", line->id)
             .run();
         transaction.commit();
-    } catch (const DatabaseError& e) {
-        TellDatabaseError(session, e);
-        return false;
-    }
-    LoadGlobalPoolList(session);
-    return true;
+        return true;
+    });
 }
 
 bool MakeDefaultGlobals(const GlobalsContext& session) {
     const auto line = SelectedLine(session);
     if (!line) return false;
-    try {
-        Database& db = session.pool.db();
+    return ChangePool(session, [&](Database& db) {
         Transaction transaction(db);
         db.exec("UPDATE GlobalRec SET \"Default\" = 0");
         db.prepare("UPDATE GlobalRec SET \"Default\" = :Yes WHERE ID = :ID").bind(":Yes", true).bind(":ID", line->id).run();
         transaction.commit();
-    } catch (const DatabaseError& e) {
-        TellDatabaseError(session, e);
-        return false;
-    }
-    LoadGlobalPoolList(session);
-    return true;
+        return true;
+    });
 }
 
 bool DeleteGlobals(const GlobalsContext& session) {
     const auto line = SelectedLine(session);
     if (!line) return false;
     Prompter& prompter = session.prompter;
-    try {
-        Database& db = session.pool.db();
+    return ChangePool(session, [&](Database& db) {
         if (db.queryInt("SELECT COUNT(*) FROM GlobalRec") <= 1) {
             prompter.message("Cannot Delete Globals",
                              "You cannot delete the last Global Settings in the Pool.  Either Edit and Rename that "
@@ -362,12 +365,8 @@ bool DeleteGlobals(const GlobalsContext& session) {
                 .run();
         }
         transaction.commit();
-    } catch (const DatabaseError& e) {
-        TellDatabaseError(session, e);
-        return false;
-    }
-    LoadGlobalPoolList(session);
-    return true;
+        return true;
+    });
 }
 
 ChoiceRequest GotGlobalsRequest(const ListState& globalsList) {

@@ -152,6 +152,26 @@ constexpr DumpKind kDumpKinds[] = {
      IntervalRow::SinglePreset, TimeoutFlow::SinglePreset},
 };
 
+// One exchange of a command: `--timeout` in force (the whole wait is two
+// ticks), the device number in the request. The dump, or nothing with the
+// exit status in `status`.
+std::optional<std::string> Exchange(MidiSession& midi, ExchangeRequest request, double timeout, int deviceId,
+                                    std::ostream& err, int& status) {
+    if (timeout > 0) request.interval = std::max<std::int64_t>(1, static_cast<std::int64_t>(timeout * 500));
+    midi.session->midi.DeviceId = deviceId;
+    const ExchangeResult result = ExchangeDump(*midi.session, request);
+    if (result.outcome == ExchangeResult::Outcome::Cancelled) {
+        err << "tavlo-cli: cancelled\n";
+        status = kExitCancelled;
+        return std::nullopt;
+    }
+    if (!result.received()) {
+        status = kExitTimedOut;
+        return std::nullopt;
+    }
+    return result.dump;
+}
+
 int midiGet(const CliArgs& args, std::ostream& out, std::ostream& err) {
     if (BadApi(args, err)) return kExitUsage;
     const DumpKind* kind = nullptr;
@@ -177,23 +197,17 @@ int midiGet(const CliArgs& args, std::ostream& out, std::ostream& err) {
     request.automaticPrompt = std::string("Waiting for ") + kind->what + " from PC1600(x)...";
     request.row = kind->row;
     request.flow = kind->flow;
-    // The whole wait is two ticks.
-    if (timeout > 0) request.interval = std::max<std::int64_t>(1, static_cast<std::int64_t>(timeout * 500));
-    midi.session->midi.DeviceId = deviceId;
-    const ExchangeResult result = ExchangeDump(*midi.session, request);
-    if (result.outcome == ExchangeResult::Outcome::Cancelled) {
-        err << "tavlo-cli: cancelled\n";
-        return kExitCancelled;
-    }
-    if (!result.received()) return kExitTimedOut;
+    int status = 0;
+    const std::optional<std::string> dump = Exchange(midi, request, timeout, deviceId, err, status);
+    if (!dump) return status;
 
     std::ofstream file_(*file, std::ios::binary | std::ios::trunc);
-    file_.write(result.dump.data(), static_cast<std::streamsize>(result.dump.size()));
+    file_.write(dump->data(), static_cast<std::streamsize>(dump->size()));
     if (!file_) {
         err << "tavlo-cli: can't write " << *file << "\n";
         return kExitFailed;
     }
-    out << kind->word << ": " << result.dump.size() << " bytes written to " << *file << "\n";
+    out << kind->word << ": " << dump->size() << " bytes written to " << *file << "\n";
     return kExitOk;
 }
 
@@ -257,24 +271,19 @@ int midiGetGlobals(const CliArgs& args, std::ostream& out, std::ostream& err) {
     request.automaticPrompt = "Waiting for ALL GLOBALS from PC1600(x)...";
     request.row = IntervalRow::GlobalsWindow;
     request.flow = TimeoutFlow::GlobalSettings;
-    if (timeout > 0) request.interval = std::max<std::int64_t>(1, static_cast<std::int64_t>(timeout * 500));
-    midi.session->midi.DeviceId = deviceId;
-    const ExchangeResult result = ExchangeDump(*midi.session, request);
-    if (result.outcome == ExchangeResult::Outcome::Cancelled) {
-        err << "tavlo-cli: cancelled\n";
-        return kExitCancelled;
-    }
-    if (!result.received()) return kExitTimedOut;
-    auto settings = SettingsFromBytes(result.dump, false, pc1600, err);
+    int status = 0;
+    const std::optional<std::string> dump = Exchange(midi, request, timeout, deviceId, err, status);
+    if (!dump) return status;
+    auto settings = SettingsFromBytes(*dump, false, pc1600, err);
     if (!settings) return kExitBadInput;
     settings->Name = "Received from PC1600(x)";
     // A dump is written as it came; the text from what it says.
-    const std::string bytes = IsTglPath(*file) ? *SettingsToBytes(*settings, true, pc1600, deviceId, err) : result.dump;
+    const std::string bytes = IsTglPath(*file) ? *SettingsToBytes(*settings, true, pc1600, deviceId, err) : *dump;
     if (!WriteWholeFile(*file, bytes)) {
         err << "tavlo-cli: can't write " << *file << "\n";
         return kExitFailed;
     }
-    out << "all-globals: " << result.dump.size() << " bytes received, written to " << *file << "\n";
+    out << "all-globals: " << dump->size() << " bytes received, written to " << *file << "\n";
     return kExitOk;
 }
 
