@@ -285,7 +285,8 @@ struct GlobalsSession {
         return false;
     }
 
-    // Runs a flow: an unanswered question or a refusal is exit status 2.
+    // Runs a flow: a refusal is exit status 2; a question that no option
+    // answered is 64, as in the pool's commands: the command line lacks it.
     template <typename Flow>
     int run(std::ostream& err, Flow flow) {
         bool done = false;
@@ -293,7 +294,7 @@ struct GlobalsSession {
             done = flow();
         } catch (const UnansweredQuestion& question) {
             err << "tavlo-cli: " << question.what() << "\n";
-            return kExitBadInput;
+            return kExitUsage;
         }
         return done && !prompter.refused() ? kExitOk : kExitBadInput;
     }
