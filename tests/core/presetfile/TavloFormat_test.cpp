@@ -236,5 +236,45 @@ TEST_F(TavloFormat, MalformedFilesAreRefusedAndStoreNothing) {
     EXPECT_GT(load(t, good), id) << "the unchanged file loads";
 }
 
+// References to a pool that lacks them: No stops the load; Yes unmaps them.
+// A device the library lacks is created blank but not associated.
+TEST_F(TavloFormat, MissingReferencesAskAndMissingDevicesAreCreated) {
+    const std::int64_t other = storeNew("Gone", 1);
+    const std::int64_t id = storeNew("Refers", 0);
+    sendScene(id, 2, "Scene 1", other);
+    setupScene(id, "Scene 1", other);
+    s.editor.AssociatedList.addItem("Nobody: Thing");
+    const std::string text = replaced(exportOf(id), "[END DEVICE MAPS]",
+                                      "    [MAKE 00] Nobody\r\n    [MODEL 00] Thing\r\n[END DEVICE MAPS]");
+    run("DELETE FROM PresetRec WHERE ID = :ID", other);
+    run("UPDATE PresetRec SET Name = 'Old' WHERE ID = :ID", id);
+    const std::string question = "The Preset being Imported contains references to Scenes on Other Presets not in "
+        "your Pool, including\n\tPreset: Gone,   Scene: Scene 1 on Button #3\n\tPreset: Gone,   Scene: CENE] Scene 1 "
+        "on SetupString\nDo you want to import it anyway?";
+    prompter.expectMessage("Resolve Scene Maps to Nonexistent Presets", MessageAnswer::No);
+    const std::int64_t presets = rows("PresetRec");
+    EXPECT_EQ(load(t, text), -1);
+    EXPECT_EQ(prompter.seen().back().text.substr(0, question.size()), question);
+    EXPECT_EQ(rows("PresetRec"), presets);
+
+    prompter.expectMessage("Resolve Scene Maps to Nonexistent Presets", MessageAnswer::Yes);
+    prompter.expectMessage("Make/Model Does Not Exist",
+                           "The Preset you're importing is mapped to a Device 'Nobody Thing' which doesn't exist in "
+                           "your database.  Tavlo will create a blank one which can be overwritten later with a "
+                           "complete Device Import.", MessageAnswer::OK);
+    const std::int32_t loaded = load(t, text);
+    ASSERT_GT(loaded, id);
+    EXPECT_TRUE(prompter.done());
+    EXPECT_EQ(s.editor.preset.Buttons[2].Function, 0);
+    EXPECT_EQ(s.editor.preset.Buttons[2].Scene, kNoScene);
+    EXPECT_EQ(s.editor.preset.SetupScene, kNoScene);
+    EXPECT_TRUE(s.editor.Visible);
+    EXPECT_EQ(textOf("SELECT Description FROM ModelTable WHERE Model = 'Thing' AND :ID > 0", 1),
+              "Created for Import of Refers");
+    EXPECT_EQ(count("SELECT COUNT(*) FROM MakeModelAssocRec WHERE PresetREF = " + std::to_string(loaded)), 0);
+
+    EXPECT_EQ(load(t, "[PRESET] --Initialized--\r\nanything"), s.pool.InitializedPresetID());
+}
+
 }  // namespace
 }  // namespace tavlo::testing
