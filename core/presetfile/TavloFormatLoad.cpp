@@ -47,7 +47,9 @@ std::int32_t idByName(Database& db, const std::string& name) {
     return find.step() ? static_cast<std::int32_t>(find.getInt(0)) : -1;
 }
 
-void rewriteForPC1600(const PoolContext& session, ParsedTavloPreset& parsed) {
+}  // namespace
+
+void RewriteForPC1600(Prompter& prompter, ParsedTavloPreset& parsed) {
     WorkingPreset& p = parsed.preset;
     bool sendFaderOrScene = false;
     for (ButtonDef& b : p.Buttons)
@@ -56,7 +58,7 @@ void rewriteForPC1600(const PoolContext& session, ParsedTavloPreset& parsed) {
             sendFaderOrScene = true;
         }
     if (sendFaderOrScene)
-        session.prompter.message(
+        prompter.message(
             "PC1600 Incompatibility",
             "Some Buttons on this Imported Preset are set to SEND FADER and SEND SCENE, which are not compatible with "
             "your PC1600 (non-X) version.  Those Button functions have been set to OFF.  Be sure to Store this Preset "
@@ -64,7 +66,7 @@ void rewriteForPC1600(const PoolContext& session, ParsedTavloPreset& parsed) {
     if (p.SetupScene != kNoScene || parsed.setupSceneRef != kNoScene) {
         p.SetupScene = kNoScene;
         parsed.setupSceneRef = kNoScene;
-        session.prompter.message(
+        prompter.message(
             "Incompatibility to PC1600",
             "This Preset has a Setup Scene, which is incompatible with your PC1600 (non-X) model.  The Setup Scene "
             "will be set to <none>.  Be sure to Store this Preset in the Pool if you'd like this compatibility change "
@@ -72,6 +74,12 @@ void rewriteForPC1600(const PoolContext& session, ParsedTavloPreset& parsed) {
     }
     for (SetupChannelDef& c : p.SetupChannels) c.BankIsMSB = 0;
 }
+
+bool IsSysexFileName(std::string_view path) {
+    return path.size() >= 4 && MSBModule::ToUpper(path.substr(path.size() - 4)) == ".SYX";
+}
+
+namespace {
 
 // The editor's setup scene list shows what the store is to record.
 void pickSetupScene(EditorState& editor, Database& db) {
@@ -159,7 +167,7 @@ std::int32_t LoadTavloFormat(const PoolContext& session, std::string_view text, 
     ParsedTavloPreset parsed = ParseTavloText(text);
     if (!parsed.ok) return fail(session, fileName);
     if (parsed.initialized) return static_cast<std::int32_t>(session.pool.InitializedPresetID());
-    if (session.midi.PC1600Model) rewriteForPC1600(session, parsed);
+    if (session.midi.PC1600Model) RewriteForPC1600(session.prompter, parsed);
 
     try {
         ResolveReferences(session.pool.db(), parsed, bulkImportActive);
@@ -187,7 +195,7 @@ std::int32_t LoadTavloFormatFile(const PoolContext& session, const std::string& 
 std::string EditorTavloText(const PoolContext& session) {
     std::vector<std::string> associated;
     for (const ListState::Line& line : session.editor.AssociatedList.lines()) associated.push_back(line.text);
-    return SaveTavloFormat(session.pool.db(), session.editor.preset, associated);
+    return SaveTavloFormat(&session.pool.db(), session.editor.preset, associated);
 }
 
 }  // namespace tavlo

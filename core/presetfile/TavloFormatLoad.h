@@ -7,6 +7,9 @@
 
 namespace tavlo {
 
+class Prompter;
+struct ParsedTavloPreset;
+
 // LoadTavloFormat: a preset text into the pool, through the editor and the
 // store, with its scenes, references and device pairs. `fileName` names the
 // file in the messages. `bulkImportActive`: a memory image load runs many of
@@ -19,6 +22,14 @@ std::int32_t LoadTavloFormat(const PoolContext& session, std::string_view text, 
 
 // The same from a file; -1 when it can't be read.
 std::int32_t LoadTavloFormatFile(const PoolContext& session, const std::string& path, bool bulkImportActive);
+
+// What a PC1600 can't do is turned off, with a notice: Send Fader and Send
+// Scene buttons, the setup scene (both told), Bank MSB (silently).
+void RewriteForPC1600(Prompter& prompter, ParsedTavloPreset& parsed);
+
+// A chosen file name ending in ".syx", in any case, names a sysex file; any
+// other ending the preset text.
+bool IsSysexFileName(std::string_view path);
 
 // The editor's preset (stored row `preset.ID`) as preset text.
 std::string EditorTavloText(const PoolContext& session);

@@ -44,10 +44,10 @@ void stringBlock(Lines& out, const std::string& start, const std::string& end, c
 }
 
 // "<self>", the owner's name, or "<none>".
-std::string reference(Database& db, const WorkingPreset& preset, std::int32_t stored) {
+std::string reference(Database* db, const WorkingPreset& preset, std::int32_t stored) {
     if (stored == preset.ID && stored != 0) return kSelf;
-    if (stored <= 0) return kNoScene;
-    Statement find = db.prepare("SELECT Name FROM PresetRec WHERE ID = :ID");
+    if (stored <= 0 || !db) return kNoScene;
+    Statement find = db->prepare("SELECT Name FROM PresetRec WHERE ID = :ID");
     find.bind(":ID", static_cast<std::int64_t>(stored));
     return find.step() ? Trim(DisplayDBString(find.getText("Name"))) : std::string(kNoScene);
 }
@@ -76,7 +76,7 @@ void fader(Lines& out, const WorkingPreset& preset, int index) {
         out.line("[NO MIDI STRING DEFINITION]");
 }
 
-void button(Lines& out, Database& db, const WorkingPreset& preset, int index) {
+void button(Lines& out, Database* db, const WorkingPreset& preset, int index) {
     const ButtonDef& b = preset.Buttons[index];
     out.line(kDashes);
     out.line("[BUTTON " + std::to_string(index + 1) + " DEFINITION]");
@@ -103,7 +103,7 @@ void button(Lines& out, Database& db, const WorkingPreset& preset, int index) {
         out.line("[NO MIDI STRING2 DEFINITION]");
 }
 
-void setup(Lines& out, Database& db, const WorkingPreset& preset, const std::vector<std::string>& associated) {
+void setup(Lines& out, Database* db, const WorkingPreset& preset, const std::vector<std::string>& associated) {
     out.line(" ");
     out.line(kSetupDashes);
     out.line("[SETUP INFORMATION]");
@@ -139,7 +139,9 @@ void setup(Lines& out, Database& db, const WorkingPreset& preset, const std::vec
     out.line(kDashes);
 }
 
-void scenes(Lines& out, Database& db, const WorkingPreset& preset) {
+void scenes(Lines& out, Database* pool, const WorkingPreset& preset) {
+    if (!pool) return out.value("[SCENES]", 0);
+    Database& db = *pool;
     Statement count = db.prepare("SELECT COUNT(*) AS NumScenes FROM SceneRec WHERE PresetREF = :ID");
     count.bind(":ID", static_cast<std::int64_t>(preset.ID));
     out.value("[SCENES]", count.step() ? count.getInt(0) : 0);
@@ -155,7 +157,7 @@ void scenes(Lines& out, Database& db, const WorkingPreset& preset) {
 
 }  // namespace
 
-std::string SaveTavloFormat(Database& db, const WorkingPreset& preset, const std::vector<std::string>& associated) {
+std::string SaveTavloFormat(Database* db, const WorkingPreset& preset, const std::vector<std::string>& associated) {
     Lines out;
     out.value("[PRESET]", preset.Name);
     out.value("[DATAWHEEL]", preset.DataWheelLink);
