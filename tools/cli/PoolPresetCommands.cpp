@@ -13,6 +13,7 @@
 #include "pool/PoolOperations.h"
 #include "PresetJson.h"
 #include "PresetTextCli.h"
+#include "presetfile/PresetFileButtons.h"
 #include "presetfile/TavloFormatLoad.h"
 #include "pool/MemImageOrPoolChoiceForm.h"
 #include "pool/PresetLoad.h"
