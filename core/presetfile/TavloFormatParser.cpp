@@ -120,6 +120,8 @@ void fader(Reader& in, ParsedTavloPreset& out, int index) {
     f.Value = in.number("[VALUE]");
     stringBlock(in, "[START MIDI STRING DEFINITION]", "[END MIDI STRING DEFINITION]", "[NO MIDI STRING DEFINITION]",
                 out.preset.FaderStrings[index]);
+    // Only a string function carries a string, as the writer has it.
+    if (f.Function != 3) out.preset.FaderStrings[index].clear();
 }
 
 void button(Reader& in, ParsedTavloPreset& out, int index) {
@@ -141,6 +143,8 @@ void button(Reader& in, ParsedTavloPreset& out, int index) {
                 "[NO MIDI STRING1 DEFINITION]", out.preset.ButtonStrings1[index]);
     stringBlock(in, "[START MIDI STRING2 DEFINITION]", "[END MIDI STRING2 DEFINITION]",
                 "[NO MIDI STRING2 DEFINITION]", out.preset.ButtonStrings2[index]);
+    if (b.Function < 5 || b.Function > 7) out.preset.ButtonStrings1[index].clear();
+    if (b.Function != 6 && b.Function != 7) out.preset.ButtonStrings2[index].clear();
 }
 
 void setup(Reader& in, ParsedTavloPreset& out) {

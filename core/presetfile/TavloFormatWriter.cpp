@@ -13,11 +13,15 @@ using namespace TavloText;
 
 class Lines {
 public:
-    void line(const std::string& text) { out_ += text + "\r\n"; }
-    void value(const std::string& keyword, const std::string& value) { line(keyword + " " + value); }
-    void value(const std::string& keyword, long long number) { value(keyword, std::to_string(number)); }
-    void indented(const std::string& keyword, const std::string& value) { line(kIndent + keyword + " " + value); }
-    void indented(const std::string& keyword, long long number) { indented(keyword, std::to_string(number)); }
+    Lines() { out_.reserve(1 << 16); }
+    void line(std::string_view text) { out_.append(text).append("\r\n"); }
+    void value(std::string_view keyword, std::string_view text) { out_.append(keyword).append(" ").append(text).append("\r\n"); }
+    void value(std::string_view keyword, long long number) { value(keyword, std::to_string(number)); }
+    void indented(std::string_view keyword, std::string_view text) {
+        out_.append(kIndent);
+        value(keyword, text);
+    }
+    void indented(std::string_view keyword, long long number) { indented(keyword, std::to_string(number)); }
     std::string take() { return std::move(out_); }
 
 private:
