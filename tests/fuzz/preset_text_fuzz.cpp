@@ -24,19 +24,25 @@ namespace {
 using namespace tavlo;
 
 // The pool lives in memory where the system offers a memory folder.
-std::string poolPath() {
+std::filesystem::path poolFolder() {
     const std::filesystem::path shm = "/dev/shm";
     const auto dir = (std::filesystem::exists(shm) ? shm : std::filesystem::temp_directory_path()) /
                      ("tavlo-tpr-fuzz-" + std::to_string(::getpid()));
     std::filesystem::create_directories(dir);
-    return (dir / "Tavlo.mdb").string();
+    return dir;
 }
 
 struct FuzzSession {
     FuzzSession() : program(std::make_unique<Program>(prompter, status, pump, clock)) {
-        if (!program->pool.open(poolPath()).ok()) __builtin_trap();
+        if (!program->pool.open((folder / "Tavlo.mdb").string()).ok()) __builtin_trap();
         program->editor.ProgramInit = false;
     }
+    ~FuzzSession() {
+        program.reset();
+        std::error_code ignored;
+        std::filesystem::remove_all(folder, ignored);
+    }
+    std::filesystem::path folder = poolFolder();
     StreamPrompter prompter{nullptr, MessageAnswer::Yes};
     SilentStatusView status;
     SleepingPump pump;
