@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "base/MSBModule.h"
+#include "sysex/PresetCodes.h"
 #include "sysex/StringNotation.h"
 
 namespace tavlo {
@@ -42,6 +43,12 @@ public:
     }
     std::int16_t number(const std::string& keyword, bool indented = false) {
         return toInt16(NumericPrefixValue(text(keyword, indented)));
+    }
+    // A number that picks an entry of a fixed list: one beyond it is refused.
+    std::int16_t entry(const std::string& keyword, int entries) {
+        const std::int16_t value = number(keyword);
+        if (value < 0 || value >= entries) throw Mismatch{};
+        return value;
     }
     void separator() {
         if (Trim(next()).substr(0, 5) != "-----") throw Mismatch{};
@@ -103,20 +110,20 @@ void fader(Reader& in, ParsedTavloPreset& out, int index) {
     }
     FaderDef& f = out.preset.Faders[index];
     f.Name = in.text("[NAME]");
-    f.Function = in.number("[FUNCTION]");
+    f.Function = in.entry("[FUNCTION]", PresetCodes::kFaderDeviceEntry);
     f.Min = in.number("[MIN]");
     f.Max = in.number("[MAX]");
     f.CCNum = in.number("[CCNUM]");
-    f.Channel = in.number("[CHANNEL]");
+    f.Channel = in.entry("[CHANNEL]", kChannelOut + 1);
     f.DeviceMapString = in.text("[DEVICEMAPSTRING]");
     // The underscores keep the field's blanks from the trimming.
     const std::string master = in.text("[MASTEROF]");
     f.MasterOf = master.size() > 1 ? master.substr(1, 32) : std::string();
     f.MasterOf.resize(kFaderCount, ' ');
     f.MIDIString = in.text("[MIDISTRING]");
-    f.ParamFormat = in.number("[PARAMFORMAT]");
+    f.ParamFormat = in.entry("[PARAMFORMAT]", static_cast<int>(PresetCodes::kParamFormats.size()));
     f.Polarity = MSBModule::ToUpper(in.text("[POLARITY]")) == "TRUE" ? -1 : 0;
-    f.ReplaceMode = in.number("[REPLACEMODE]");
+    f.ReplaceMode = in.entry("[REPLACEMODE]", static_cast<int>(PresetCodes::kReplaceModes.size()));
     f.Value = in.number("[VALUE]");
     stringBlock(in, "[START MIDI STRING DEFINITION]", "[END MIDI STRING DEFINITION]", "[NO MIDI STRING DEFINITION]",
                 out.preset.FaderStrings[index]);
@@ -129,8 +136,8 @@ void button(Reader& in, ParsedTavloPreset& out, int index) {
     in.exact("[BUTTON " + std::to_string(index + 1) + " DEFINITION]");
     ButtonDef& b = out.preset.Buttons[index];
     b.Name = in.text("[NAME]");
-    b.Channel = in.number("[CHANNEL]");
-    b.Function = in.number("[FUNCTION]");
+    b.Channel = in.entry("[CHANNEL]", kChannelOut + 1);
+    b.Function = in.entry("[FUNCTION]", PresetCodes::kButtonDeviceEntry);
     b.DeviceMapString = in.text("[DEVICEMAPSTRING]");
     b.Note = in.number("[NOTE]");
     b.ProgChange = in.number("[PROGCHANGE]");
@@ -219,7 +226,7 @@ ParsedTavloPreset ParseTavloText(std::string_view text) {
             out.initialized = out.ok = true;
             return out;
         }
-        out.preset.DataWheelLink = in.number("[DATAWHEEL]");
+        out.preset.DataWheelLink = in.entry("[DATAWHEEL]", PresetCodes::kDataWheelEntries);
         notes(in, out.preset);
         for (int i = 0; i < kFaderCount; ++i) fader(in, out, i);
         for (int i = 0; i < kButtonCount; ++i) button(in, out, i);

@@ -218,6 +218,8 @@ TEST_F(TavloFormat, MalformedFilesAreRefusedAndStoreNothing) {
         {"over a hundred scenes", replaced(good, "[SCENES] 1", "[SCENES] 101")},
         {"velocity not a number", replaced(good, "[VELOCITY] 127", "[VELOCITY] 12x")},
         {"number beyond its field", replaced(good, "[MAX] 127", "[MAX] 99999")},
+        {"function beyond its list", replaced(good, "[FUNCTION] 0", "[FUNCTION] 4")},
+        {"channel beyond ChOut", replaced(good, "[CHANNEL] 16", "[CHANNEL] 17")},
         {"a line of 10,000 characters", replaced(good, "[NOTES START]", std::string(10000, 'N'))},
         {"cut in the middle", good.substr(0, good.size() / 2)},
         {"blank line in the wrong place", replaced(good, "[FADER 4 DEFINITION]", "[FADER 4 DEFINITION]" + crlf)},
