@@ -45,8 +45,8 @@ public:
         return toInt16(NumericPrefixValue(text(keyword, indented)));
     }
     // A number that picks an entry of a fixed list: one beyond it is refused.
-    std::int16_t entry(const std::string& keyword, int entries) {
-        const std::int16_t value = number(keyword);
+    std::int16_t entry(const std::string& keyword, int entries, bool indented = false) {
+        const std::int16_t value = number(keyword, indented);
         if (value < 0 || value >= entries) throw Mismatch{};
         return value;
     }
@@ -168,10 +168,11 @@ void setup(Reader& in, ParsedTavloPreset& out) {
     for (int n = 0; n < kSetupChannelCount; ++n) {
         const std::string channel = "[CHANNEL " + TwoDigits(n + 1);
         SetupChannelDef& c = p.SetupChannels[n];
-        c.Bank = in.number(channel + " BANK]", true);
-        c.BankIsMSB = in.number(channel + " BANKMSB]", true);
-        c.ProgChange = in.number(channel + " PROG]", true);
-        c.Volume = in.number(channel + " VOLUME]", true);
+        // Each is kept in one byte of the pool's channel map.
+        c.Bank = in.entry(channel + " BANK]", 130, true);
+        c.BankIsMSB = in.entry(channel + " BANKMSB]", 130, true);
+        c.ProgChange = in.entry(channel + " PROG]", 130, true);
+        c.Volume = in.entry(channel + " VOLUME]", 130, true);
     }
     in.exact("[END SETUP CHANNEL MAP]");
     in.separator();

@@ -220,6 +220,7 @@ TEST_F(TavloFormat, MalformedFilesAreRefusedAndStoreNothing) {
         {"number beyond its field", replaced(good, "[MAX] 127", "[MAX] 99999")},
         {"function beyond its list", replaced(good, "[FUNCTION] 0", "[FUNCTION] 4")},
         {"channel beyond ChOut", replaced(good, "[CHANNEL] 16", "[CHANNEL] 17")},
+        {"setup value beyond a byte", replaced(good, "[CHANNEL 02 VOLUME] 0", "[CHANNEL 02 VOLUME] 300")},
         {"a line of 10,000 characters", replaced(good, "[NOTES START]", std::string(10000, 'N'))},
         {"cut in the middle", good.substr(0, good.size() / 2)},
         {"blank line in the wrong place", replaced(good, "[FADER 4 DEFINITION]", "[FADER 4 DEFINITION]" + crlf)},
