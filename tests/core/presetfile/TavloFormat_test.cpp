@@ -277,6 +277,15 @@ TEST_F(TavloFormat, MissingReferencesAskAndMissingDevicesAreCreated) {
     EXPECT_EQ(count("SELECT COUNT(*) FROM MakeModelAssocRec WHERE PresetREF = " + std::to_string(loaded)), 0);
 
     EXPECT_EQ(load(t, "[PRESET] --Initialized--\r\nanything"), s.pool.InitializedPresetID());
+
+    // A memory image load asks nothing and keeps the reference for later.
+    run("DELETE FROM PresetRec WHERE ID = :ID", loaded);
+    const std::int32_t bulk = LoadTavloFormat(s, text, "p.tpr", true);
+    ASSERT_GT(bulk, loaded);
+    EXPECT_TRUE(prompter.done());
+    EXPECT_EQ(textOf("SELECT Scene || '|' || ScenePreset FROM ButtonRec WHERE PresetREF = :ID AND \"Index\" = 2", bulk),
+              "Scene 1:::Gone|-111");
+    EXPECT_FALSE(s.poolFlags.BulkImportActive) << "the flag is the load's own";
 }
 
 }  // namespace
