@@ -16,42 +16,50 @@ using MSBModule::Trim;
 // A read that went wrong; caught once at the top.
 struct Mismatch {};
 
+// Blanks, and only blanks, off both ends, without a copy.
+std::string_view trimmed(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(' ');
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
 class Reader {
 public:
     explicit Reader(std::string_view text) : text_(text) {}
 
-    std::string next() {
+    std::string_view next() {
         if (pos_ >= text_.size()) throw Mismatch{};
         std::size_t end = text_.find_first_of("\r\n", pos_);
         if (end == std::string_view::npos) end = text_.size();
-        std::string line(text_.substr(pos_, end - pos_));
+        const std::string_view line = text_.substr(pos_, end - pos_);
         pos_ = end;
         if (pos_ < text_.size() && text_[pos_] == '\r') ++pos_;
         if (pos_ < text_.size() && text_[pos_] == '\n') ++pos_;
         return line;
     }
     void skip() { next(); }
-    void exact(const std::string& expected) {
-        if (Trim(next()) != expected) throw Mismatch{};
+    void exact(std::string_view expected) {
+        if (trimmed(next()) != expected) throw Mismatch{};
     }
     // A keyword tested on its own length from the first column; the value
     // behind it, trimmed. Indented lines are trimmed first.
-    std::string text(const std::string& keyword, bool indented = false) {
-        const std::string line = indented ? Trim(next()) : next();
-        if (line.compare(0, keyword.size(), keyword) != 0) throw Mismatch{};
-        return Trim(line.substr(keyword.size()));
+    std::string_view value(std::string_view keyword, bool indented) {
+        const std::string_view line = indented ? trimmed(next()) : next();
+        if (line.substr(0, keyword.size()) != keyword) throw Mismatch{};
+        return trimmed(line.substr(keyword.size()));
     }
-    std::int16_t number(const std::string& keyword, bool indented = false) {
-        return toInt16(NumericPrefixValue(text(keyword, indented)));
+    std::string text(std::string_view keyword, bool indented = false) { return std::string(value(keyword, indented)); }
+    std::int16_t number(std::string_view keyword, bool indented = false) {
+        return toInt16(NumericPrefixValue(value(keyword, indented)));
     }
     // A number that picks an entry of a fixed list: one beyond it is refused.
-    std::int16_t entry(const std::string& keyword, int entries, bool indented = false) {
+    std::int16_t entry(std::string_view keyword, int entries, bool indented = false) {
         const std::int16_t value = number(keyword, indented);
         if (value < 0 || value >= entries) throw Mismatch{};
         return value;
     }
     void separator() {
-        if (Trim(next()).substr(0, 5) != "-----") throw Mismatch{};
+        if (trimmed(next()).substr(0, 5) != "-----") throw Mismatch{};
     }
     static std::int16_t toInt16(double value) {
         if (!std::isfinite(value) || value < -32768.0 || value > 32767.0) throw Mismatch{};
@@ -75,7 +83,7 @@ std::int16_t strictNumber(const std::string& value) {
 void stringBlock(Reader& in, const std::string& start, const std::string& end, const std::string& none,
                  MessageStringSet& set) {
     set.clear();
-    const std::string first = Trim(in.next());
+    const std::string_view first = trimmed(in.next());
     if (first == none) return;
     if (first != start) throw Mismatch{};
     const std::int16_t count = in.number("[NUMSUBSTRINGS]", true);
@@ -102,10 +110,10 @@ void stringBlock(Reader& in, const std::string& start, const std::string& end, c
 
 void fader(Reader& in, ParsedTavloPreset& out, int index) {
     in.separator();
-    const std::string header = in.next();
+    const std::string_view header = in.next();
     if (index < 16) {
-        if (Trim(header.substr(0, 21)) != "[FADER " + std::to_string(index + 1) + " DEFINITION]") throw Mismatch{};
-    } else if (Trim(header.substr(0, 18)) != "[CV " + std::to_string(index - 15) + " DEFINITION]") {
+        if (trimmed(header.substr(0, 21)) != "[FADER " + std::to_string(index + 1) + " DEFINITION]") throw Mismatch{};
+    } else if (trimmed(header.substr(0, 18)) != "[CV " + std::to_string(index - 15) + " DEFINITION]") {
         throw Mismatch{};
     }
     FaderDef& f = out.preset.Faders[index];
@@ -178,11 +186,11 @@ void setup(Reader& in, ParsedTavloPreset& out) {
     in.separator();
     in.exact("[START DEVICE MAPS]");
     for (int i = 0;; ++i) {
-        const std::string line = Trim(in.next());
+        const std::string_view line = trimmed(in.next());
         if (line == "[END DEVICE MAPS]") break;
         const std::string make = "[MAKE " + TwoDigits(i) + "]";
         if (line.compare(0, make.size(), make) != 0) throw Mismatch{};
-        out.devices.emplace_back(Trim(line.substr(make.size())), in.text("[MODEL " + TwoDigits(i) + "]", true));
+        out.devices.emplace_back(std::string(trimmed(line.substr(make.size()))), in.text("[MODEL " + TwoDigits(i) + "]", true));
     }
     in.skip();
     in.separator();
@@ -195,11 +203,11 @@ void scenes(Reader& in, ParsedTavloPreset& out) {
         SceneDef scene;
         scene.Name = in.text("[SCENE NAME]");
         for (int v = 0; v < kFaderCount; ++v) {
-            const std::string line = in.next();
+            const std::string_view line = in.next();
             const bool cv = v >= 16;
             const std::string keyword = cv ? "[CV " + std::to_string(v - 15) + "]" : "[FADER " + std::to_string(v + 1) + "]";
             const std::size_t width = cv ? 6 : 10;
-            if (Trim(line.substr(0, width)) != keyword) throw Mismatch{};
+            if (trimmed(line.substr(0, width)) != keyword) throw Mismatch{};
             scene.Values[v] = Reader::toInt16(NumericPrefixValue(line.size() > width ? line.substr(width) : ""));
         }
         in.skip();
@@ -210,7 +218,7 @@ void scenes(Reader& in, ParsedTavloPreset& out) {
 void notes(Reader& in, WorkingPreset& preset) {
     in.exact("[NOTES START]");
     std::string joined;
-    for (std::string line = in.next(); line != "[NOTES END]"; line = in.next()) joined += line + " ";
+    for (std::string_view line = in.next(); line != "[NOTES END]"; line = in.next()) joined.append(line).append(" ");
     preset.Notes = Trim(joined);
 }
 
@@ -220,7 +228,7 @@ ParsedTavloPreset ParseTavloText(std::string_view text) {
     ParsedTavloPreset out;
     try {
         Reader in(text);
-        const std::string head = in.next();
+        const std::string head(in.next());
         if (head.compare(0, 8, "[PRESET]") != 0) return out;
         out.preset.Name = Trim(head.substr(8));
         if (out.preset.Name == kInitializedName) {
