@@ -30,6 +30,7 @@
 #include "midistrings/StringLearn.h"
 #include "db/Database.h"
 #include "pool/PresetStore.h"
+#include "presetfile/PresetFileButtons.h"
 #include "sysex/PresetCodes.h"
 #include "shell/Program.h"
 #include "ui/Prompter.h"
@@ -240,6 +241,9 @@ void PC1600XForm::connectTopBar() {
         if (init_) init_();
     });
     connect(ui_->SetupStringButton, &QPushButton::clicked, this, [this] { ShowSetupFrame(editor_); });
+    connect(ui_->LoadPresetSysexButton, &QPushButton::clicked, this, [this] { LoadPresetSysexButton(session_); });
+    connect(ui_->SavePresetSysexButton, &QPushButton::clicked, this,
+            [this] { EditorSavePresetSysexButton(session_); });
     connect(ui_->AssociateButton, &QPushButton::clicked, this, [this] {
         editor_.BorderedSlider = -1;
         editor_.HighlightedButton = -1;

@@ -4,8 +4,7 @@
 
 #include "pool/PoolList.h"
 #include "pool/PoolOperations.h"
-#include "pool/PresetSysexFile.h"
-#include "pool/PresetSysexImport.h"
+#include "presetfile/PresetFileButtons.h"
 #include "shell/Program.h"
 #include "pool/PoolFormState.h"
 #include "ui/QtText.h"

@@ -22,9 +22,6 @@
 
 namespace tavlo {
 
-// The preset text format joins these filters when it exists.
-inline constexpr const char* kSaveSysexFilter = "Sysex Files (*.syx)|*.syx";
-
 bool WritePresetSysexFile(const PoolContext& session, std::int64_t id, const std::string& path) {
     if (!LoadPC1600xFormFromPool(session, id)) return false;
     const std::string dump = EditorPresetSysex(session.editor, session.memImage.SceneList, session.midi);
@@ -35,36 +32,23 @@ bool WritePresetSysexFile(const PoolContext& session, std::int64_t id, const std
     return true;
 }
 
-void SavePresetSysexButton(const PoolContext& session) {
-    const int line = PoolOperationLine(session);
-    if (line < 0) return;
-    const std::int64_t id = session.poolForm.PoolList.itemData(line);
-    const std::string name = MSBModule::Trim(session.poolForm.PoolList.list(line));
-    FileRequest request;
-    request.title = "Save Preset to Sysex or Tavlo Format File";
-    request.filter = kSaveSysexFilter;
-    request.defaultExtension = ".syx";
-    request.fileName = MSBModule::SafeFileName(name) + ".syx";
-    const std::optional<std::string> path = session.prompter.saveFile(request);
-    if (!path) return;
-
+bool OfferStoreBeforeSave(const PoolContext& session) {
     EditorState& editor = session.editor;
-    if (INITDataChanged(editor) && !IsInitializedName(editor.preset.Name)) {
-        const MessageAnswer answer = session.prompter.message(
-            "About to Save Tavlo Format Preset",
-            "The Preset Editor window is required for this task.  Do you want to save the contents of the PC1600(x) "
-            "Preset Editor Window before storing this Preset?  If you answer NO, any changes since the last Preset "
-            "Store in Pool will be lost.",
-            MessageButtons::YesNoCancel);
-        if (answer == MessageAnswer::Cancel) return;
-        if (answer == MessageAnswer::Yes) {
-            editor.ClosingEditor = false;
-            StoreInPoolButton(session);
-            // A store that was refused keeps the edits: nothing is overwritten.
-            if (INITDataChanged(editor)) return;
-        }
+    if (!INITDataChanged(editor) || IsInitializedName(editor.preset.Name)) return true;
+    const MessageAnswer answer = session.prompter.message(
+        "About to Save Tavlo Format Preset",
+        "The Preset Editor window is required for this task.  Do you want to save the contents of the PC1600(x) "
+        "Preset Editor Window before storing this Preset?  If you answer NO, any changes since the last Preset "
+        "Store in Pool will be lost.",
+        MessageButtons::YesNoCancel);
+    if (answer == MessageAnswer::Cancel) return false;
+    if (answer == MessageAnswer::Yes) {
+        editor.ClosingEditor = false;
+        StoreInPoolButton(session);
+        // A store that was refused keeps the edits: nothing is overwritten.
+        if (INITDataChanged(editor)) return false;
     }
-    WritePresetSysexFile(session, id, *path);
+    return true;
 }
 
 }  // namespace tavlo

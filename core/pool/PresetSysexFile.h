@@ -5,10 +5,10 @@
 
 namespace tavlo {
 
-// SavePresetSysexButton of PoolForm: the selected preset as a one-preset
-// .syx file. The dump is made by the editor, so edits it holds are offered
-// for storing first.
-void SavePresetSysexButton(const PoolContext& session);
+// Saving a pool preset to a file goes through the editor: edits it holds
+// are offered for storing first. False when the user cancelled or the store
+// was refused; the editor then keeps its edits.
+bool OfferStoreBeforeSave(const PoolContext& session);
 
 // The writing part: loads `id` into the editor and writes its dump to
 // `path`. False, with the user told, when the file can't be written.

@@ -24,9 +24,6 @@
 namespace tavlo {
 namespace {
 
-// The preset text format joins this filter when it exists.
-inline constexpr const char* kLoadSysexFilter = "Sysex File(s) (*.syx)|*.syx";
-
 // The store runs as a download for its questions; the flag never outlives it.
 struct DownloadScope {
     explicit DownloadScope(PoolFlags& flags) : flags(flags) { flags.DownloadInProgress = true; }
@@ -68,16 +65,6 @@ bool ImportPresetSysexFile(const PoolContext& session, const std::string& path) 
     DownloadScope download(session.flags);
     StoreInPoolButton(session);
     return true;
-}
-
-void LoadPresetSysexButton(const PoolContext& session) {
-    FileRequest request;
-    request.title = "Get Preset from File (Tavlo Format or Sysex File)";
-    request.filter = kLoadSysexFilter;
-    request.defaultExtension = ".syx";
-    const std::optional<std::string> path = session.prompter.openFile(request);
-    if (!path) return;
-    ImportPresetSysexFile(session, *path);
 }
 
 }  // namespace tavlo

@@ -4,9 +4,6 @@
 
 namespace tavlo {
 
-// LoadPresetSysexButton of PoolForm: a one-preset .syx file into the pool.
-void LoadPresetSysexButton(const PoolContext& session);
-
 // The reading part: the file is decoded into the editor and stored as a
 // download is, so a clashing name goes through the clash dialogue. A file
 // that holds no preset dump, or a damaged one, is refused with "Cannot

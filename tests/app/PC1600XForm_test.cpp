@@ -300,6 +300,21 @@ private slots:
         QVERIFY(prompter.done());
     }
 
+    // The editor's preset as text, and back into the pool under its name.
+    void savesAndGetsAPresetTextFile() {
+        editor().preset.Name = "Texted";
+        editor().preset.Faders[3].Name = "Level";
+        const std::string path = t->dir.file("texted.tpr");
+        t->prompter.expectSaveFile("Save Preset to Sysex or Tavlo Format File", path);
+        w<QPushButton>("SavePresetSysexButton")->click();
+        t->prompter.expectOpenFile("Get Preset from File (Tavlo Format or Sysex File)", path);
+        t->prompter.expectMessage("About to Load Tavlo Format Preset", MessageAnswer::No);
+        w<QPushButton>("LoadPresetSysexButton")->click();
+        QVERIFY(t->prompter.done());
+        QVERIFY(editor().preset.ID > 0);
+        QCOMPARE(QString::fromStdString(editor().preset.Faders[3].Name), QString("Level"));
+    }
+
 private:
     EditorState& editor() { return (*t)->editor; }
 

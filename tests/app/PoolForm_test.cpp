@@ -75,24 +75,30 @@ private slots:
         QVERIFY(t->prompter.done());
     }
 
-    void saveAndLoadASysexFile() {
-        store("On Disk", 0);
-        form->reload();
-        w<QListWidget>("PoolList")->setCurrentRow(lines().indexOf("On Disk"));
-        const std::string path = t->dir.file("disk.syx");
-        t->prompter.expectSaveFile("Save Preset to Sysex or Tavlo Format File", path);
-        w<QPushButton>("SavePresetSysexButton")->click();
-        QVERIFY(QFileInfo::exists(QString::fromStdString(path)));
+    // Both kinds of file, by the chosen name's ending.
+    void saveAndLoadAFile() {
+        for (const char* file : {"disk.syx", "disk.TPR"}) {
+            const QString name = QString("On ") + file;
+            store(name.toStdString(), 1);
+            form->reload();
+            w<QListWidget>("PoolList")->setCurrentRow(lines().indexOf(name));
+            const std::string path = t->dir.file(file);
+            t->prompter.expectSaveFile("Save Preset to Sysex or Tavlo Format File", path);
+            w<QPushButton>("SavePresetSysexButton")->click();
+            QVERIFY(QFileInfo::exists(QString::fromStdString(path)));
 
-        w<QListWidget>("PoolList")->setCurrentRow(lines().indexOf("On Disk"));
-        t->prompter.expectMessage("About to Delete Preset", MessageAnswer::Yes);
-        w<QPushButton>("DeleteButton")->click();
-        QVERIFY(!lines().contains("On Disk"));
+            w<QListWidget>("PoolList")->setCurrentRow(lines().indexOf(name));
+            t->prompter.expectMessage("About to Delete Preset", MessageAnswer::Yes);
+            w<QPushButton>("DeleteButton")->click();
+            QVERIFY(!lines().contains(name));
 
-        t->prompter.expectOpenFile("Get Preset from File (Tavlo Format or Sysex File)", path);
-        w<QPushButton>("LoadPresetSysexButton")->click();
-        QVERIFY(lines().contains("On Disk"));
-        QVERIFY(t->prompter.done());
+            t->prompter.expectOpenFile("Get Preset from File (Tavlo Format or Sysex File)", path);
+            w<QPushButton>("LoadPresetSysexButton")->click();
+            QVERIFY(lines().contains(name));
+            QVERIFY(t->prompter.done());
+        }
+        // Only the text carries the scene.
+        QCOMPARE((*t)->pool.db().queryInt("SELECT COUNT(*) FROM SceneRec"), std::int64_t{1});
     }
 
 private:

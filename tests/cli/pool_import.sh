@@ -51,6 +51,40 @@ before=$(count "SELECT COUNT(*) FROM FaderRec")
 "$cli" pool import "$dir/junk.syx" --pool "$POOL" >/dev/null 2>"$dir/err" && fail "junk accepted"
 grep -q "Cannot Import Preset Sysex" "$dir/err" || fail "junk message"
 [ "$(count "SELECT COUNT(*) FROM FaderRec")" == "$before" ] || fail "junk changed the pool"
+# Preset text: exported, imported into a fresh pool and exported again, the
+# same text; references the fresh pool lacks need --missing-scenes.
+P2="$dir/second.mdb"; P3="$dir/third.mdb"
+"$cli" pool init --pool "$P2" >/dev/null && "$cli" pool init --pool "$P3" >/dev/null || fail "pool init"
+sqlite3 "$POOL" <<'SQL' || fail "scene rows"
+INSERT INTO SceneRec (PresetREF, Name) SELECT ID, 'Verse' FROM PresetRec WHERE Name = 'Lead';
+UPDATE ButtonRec SET Function = 9, Scene = 'Verse', ScenePreset = (SELECT ID FROM PresetRec WHERE Name = 'Lead')
+  WHERE PresetREF = (SELECT ID FROM PresetRec WHERE Name = 'Lead Copy') AND "Index" = 0;
+SQL
+"$cli" pool export Lead -o "$dir/lead.tpr" --pool "$POOL" >/dev/null || fail "export text"
+"$cli" pool export "Lead Copy" -o "$dir/copy.tpr" --pool "$POOL" >/dev/null || fail "export text"
+"$cli" pool import "$dir/lead.tpr" --pool "$P2" | grep -qx "stored: Lead" || fail "import text"
+"$cli" pool export Lead -o "$dir/again.tpr" --pool "$P2" >/dev/null && cmp -s "$dir/lead.tpr" "$dir/again.tpr" ||
+    fail "text changed on its way through a second pool"
+"$cli" pool import "$dir/lead.tpr" --pool "$P2" >/dev/null 2>"$dir/err" && fail "unanswered clash accepted"
+grep -q "About to Store: .*--on-clash keep|overwrite" "$dir/err" || fail "clash message: $(cat "$dir/err")"
+"$cli" pool import "$dir/copy.tpr" --pool "$P3" >/dev/null 2>"$dir/err" && fail "unanswered missing scenes accepted"
+grep -q "Resolve Scene Maps to Nonexistent Presets: " "$dir/err" && grep -q "Preset: Lead,   Scene: Verse on Button #1" "$dir/err" ||
+    fail "missing scenes message: $(cat "$dir/err")"
+[ "$(sqlite3 "$P3" "SELECT COUNT(*) FROM PresetRec")" == 1 ] || fail "a halted import stored something"
+"$cli" pool import "$dir/copy.tpr" --missing-scenes unmap --pool "$P3" | grep -qx "stored: Lead Copy" || fail "unmap"
+printf '[PRESET] Broken\r\n' >"$dir/broken.tpr"
+"$cli" preset convert "$dir/lead.tpr" -o "$dir/conv.syx" >/dev/null && cmp -s "$dir/conv.syx" "$dir/lead.syx" ||
+    fail "text converted to other bytes than the pool's export"
+"$cli" preset convert "$dir/copy.tpr" -o "$dir/copy.syx" 2>&1 >/dev/null | grep -q "warning: Button 1 sends scene 'Verse' of 'Lead'" ||
+    fail "no warning for a dropped reference"
+expect_statuses <<CASES
+2|pool import "$dir/copy.tpr" --missing-scenes refuse --pool "$P3"
+2|pool import "$dir/broken.tpr" --pool "$P3"
+2|preset convert "$dir/broken.tpr" -o "$dir/b.syx"
+0|preset convert "$dir/lead.syx" -o "$dir/lead2.tpr"
+64|preset convert "$dir/lead.tpr" -o "$dir/x.tpr"
+64|pool import "$dir/lead.tpr" --on-clash rename-new:X --pool "$P2"
+CASES
 # Twenty imports at once: each waits its turn for the pool, and all succeed.
 pids=()
 for i in $(seq 1 20); do

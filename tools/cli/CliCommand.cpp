@@ -1,5 +1,7 @@
 #include "CliCommand.h"
 
+#include "base/MSBModule.h"
+
 #include <algorithm>
 #include <cctype>
 #include <charconv>
@@ -137,6 +139,15 @@ std::optional<std::string> ReadInputFile(const std::string& path, std::ostream& 
     auto bytes = ReadWholeFile(path);
     if (!bytes) err << "tavlo-cli: cannot read " << path << "\n";
     return bytes;
+}
+
+
+std::optional<bool> PC1600ModelOption(const CliArgs& args, std::ostream& err) {
+    const std::string model = MSBModule::ToLower(args.option("--model").value_or("pc1600x"));
+    if (model == "pc1600x") return false;
+    if (model == "pc1600") return true;
+    err << "tavlo-cli: --model is pc1600 or pc1600x, not " << model << "\n";
+    return std::nullopt;
 }
 
 }  // namespace tavlo::cli

@@ -70,6 +70,10 @@ struct CliCommand {
 void RegisterCommand(CliCommand command);
 const std::map<std::string, CliCommand>& Commands();
 
+// --model: true for the PC1600 (version 1.1), false for the PC1600X; nothing
+// (and the reason on `err`) for any other word.
+std::optional<bool> PC1600ModelOption(const CliArgs& args, std::ostream& err);
+
 // "usage: tavlo-cli USAGE" of the command, on `err`; returns kExitUsage.
 int UsageOf(const std::string& commandName, std::ostream& err);
 

@@ -12,6 +12,9 @@
 #include "pool/PoolList.h"
 #include "pool/PoolOperations.h"
 #include "PresetJson.h"
+#include "PresetTextCli.h"
+#include "presetfile/PresetFileButtons.h"
+#include "presetfile/TavloFormatLoad.h"
 #include "pool/MemImageOrPoolChoiceForm.h"
 #include "pool/PresetLoad.h"
 #include "pool/PresetSysexFile.h"
@@ -163,10 +166,12 @@ int poolDelete(const CliArgs& args, std::ostream& out, std::ostream& err) {
 int poolExport(const CliArgs& args, std::ostream& out, std::ostream& err) {
     const std::optional<std::string> file = args.option("-o");
     if (args.positional().size() != 1 || !file) {
-        err << "usage: tavlo-cli pool export NAME -o FILE.syx\n";
+        err << "usage: tavlo-cli pool export NAME -o FILE.syx|FILE.tpr\n";
         return kExitUsage;
     }
     PoolPresetSession cli(err);
+    if (!IsSysexFileName(*file)) return cli.open(args, err) ? PoolExportText(cli, args.positional()[0], *file, out, err)
+                                                            : kExitBadInput;
     if (!cli.open(args, err) || !cli.selectPreset(args.positional()[0], err)) return kExitBadInput;
     cli.prompter.answerFile(*file);
     const int status = runFlow(cli, err, [&] { SavePresetSysexButton(*cli.session); });
@@ -214,9 +219,11 @@ bool clashAnswer(const std::string& option, ChoiceAnswer& answer) {
 int poolImport(const CliArgs& args, std::ostream& out, std::ostream& err) {
     if (args.positional().size() != 1) {
         err << "usage: tavlo-cli pool import FILE.syx [--on-clash keep|overwrite|rename-pool:NEW|rename-new:NEW] "
-               "[--scene-refs move|remove|keep] [--blank-name NAME]\n";
+               "[--scene-refs move|remove|keep] [--blank-name NAME]\n"
+               "       tavlo-cli pool import FILE.tpr [--on-clash keep|overwrite] [--missing-scenes unmap|refuse]\n";
         return kExitUsage;
     }
+    if (!IsSysexFileName(args.positional()[0])) return PoolImportText(args, out, err);
     PoolPresetSession cli(err);
     if (!cli.open(args, err)) return kExitBadInput;
     cli.prompter.answeredBy("MemImageOrPoolChoiceForm",
@@ -267,11 +274,12 @@ int poolImport(const CliArgs& args, std::ostream& out, std::ostream& err) {
 const CommandRegistrar show{{"pool show", "pool show NAME   a stored preset as JSON", {"--pool"}, {}, poolShow}};
 const CommandRegistrar importer{{"pool import",
                                  "pool import FILE.syx [--on-clash keep|overwrite|rename-pool:NEW|rename-new:NEW] "
-                                 "[--scene-refs move|remove|keep] [--blank-name NAME]   store a preset dump in the pool",
-                                 {"--on-clash", "--scene-refs", "--blank-name", "--pool"},
+                                 "[--scene-refs move|remove|keep] [--blank-name NAME] | FILE.tpr [--on-clash keep|overwrite] "
+                                 "[--missing-scenes unmap|refuse]   store a preset dump or preset text in the pool",
+                                 {"--on-clash", "--scene-refs", "--blank-name", "--missing-scenes", "--pool"},
                                  {},
                                  poolImport}};
-const CommandRegistrar exporter{{"pool export", "pool export NAME -o FILE.syx   write a preset as a sysex file", {"-o", "--pool"}, {}, poolExport}};
+const CommandRegistrar exporter{{"pool export", "pool export NAME -o FILE.syx|FILE.tpr   write a preset as a sysex or preset text file", {"-o", "--pool"}, {}, poolExport}};
 const CommandRegistrar list{{"pool list", "pool list [--order name|device]   the presets of the pool", {"--order", "--pool"}, {}, poolList}};
 const CommandRegistrar rename{{"pool rename", "pool rename OLD NEW   rename a preset", {"--pool"}, {}, poolRename}};
 const CommandRegistrar duplicate{{"pool duplicate", "pool duplicate NAME NEW   copy a preset under a new name", {"--pool"}, {}, poolDuplicate}};

@@ -20,21 +20,12 @@ namespace {
 
 using json = Json;
 
-// --model: true for the PC1600 (version 1.1), false for the PC1600X.
-std::optional<bool> modelOption(const CliArgs& args, std::ostream& err) {
-    const std::string model = MSBModule::ToLower(args.option("--model").value_or("pc1600x"));
-    if (model == "pc1600x") return false;
-    if (model == "pc1600") return true;
-    err << "tavlo-cli: --model is pc1600 or pc1600x, not " << model << "\n";
-    return std::nullopt;
-}
-
 int presetShow(const CliArgs& args, std::ostream& out, std::ostream& err) {
     if (args.positional().size() != 1) {
         err << "usage: tavlo-cli preset show FILE.syx [--model pc1600|pc1600x]\n";
         return kExitUsage;
     }
-    const auto model = modelOption(args, err);
+    const auto model = PC1600ModelOption(args, err);
     if (!model) return kExitUsage;
     const std::string& path = args.positional()[0];
     const auto dump = ReadInputFile(path, err);
@@ -180,7 +171,7 @@ int presetBuild(const CliArgs& args, std::ostream& out, std::ostream& err) {
         err << "usage: tavlo-cli preset build FILE.json [--model pc1600|pc1600x] [--device-id N] -o OUT.syx\n";
         return kExitUsage;
     }
-    const auto model = modelOption(args, err);
+    const auto model = PC1600ModelOption(args, err);
     if (!model) return kExitUsage;
     const bool pc1600Model = *model;
     const int deviceId = static_cast<int>(args.wholeNumber("--device-id", 0, 15, 0));

@@ -9,6 +9,7 @@
 #include "pool/PoolList.h"
 #include "pool/PresetSysexFile.h"
 #include "pool/PresetSysexImport.h"
+#include "presetfile/PresetFileButtons.h"
 
 namespace tavlo::testing {
 namespace {
@@ -106,7 +107,7 @@ TEST_F(SysexFile, SavingOffersTheEditorsEditsForStoringFirst) {
         if (c.answer == MessageAnswer::Yes) prompter.expectMessage("About to Store", MessageAnswer::Yes);
         SavePresetSysexButton(s);
         EXPECT_TRUE(prompter.done());
-        EXPECT_EQ(prompter.seen().at(asked).text, "To File.syx");
+        EXPECT_EQ(prompter.seen().at(asked).text, "To File.tpr");
         EXPECT_EQ(intOf("SELECT Function FROM FaderRec WHERE PresetREF = :ID AND \"Index\" = 5", edited),
                   c.editsStored ? 2 : 0);
         if (!c.written) {
