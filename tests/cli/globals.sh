@@ -51,7 +51,7 @@ sed 's/^\[DEFAULT\] No/[DEFAULT] Yes/' "$dir/pc1600x.tgl" >"$dir/default.tgl"
 expect_statuses <<CASES
 64|globals import "$dir/default.tgl" --pool "$POOL"
 64|globals import "$dir/pc1600x.syx" --name live --pool "$POOL"
-64|globals delete Live --pool "$POOL"
+2|globals delete Live --pool "$POOL"
 2|globals delete Live --yes --pool "$POOL"
 2|globals export Nobody -o "$dir/x.tgl" --pool "$POOL"
 64|globals import "$dir/default.tgl" --default --no-default --pool "$POOL"
