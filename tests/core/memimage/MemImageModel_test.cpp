@@ -58,10 +58,6 @@ TEST_F(MemImage, ChargesEverySlotItsPresetsCost) {
     s.editor.preset.DataWheelLink = 1;                                          // 1
     StoreInPoolButton(s);
     const std::int64_t setup = s.editor.preset.ID;
-    newPreset("Silent");
-    s.editor.preset.Faders[4].Name = "Quiet";  // a name without a function costs nothing
-    StoreInPoolButton(s);
-    const std::int64_t silent = s.editor.preset.ID;
     struct Case {
         const char* what;
         std::vector<std::pair<int, std::int64_t>> slots;
@@ -73,7 +69,6 @@ TEST_F(MemImage, ChargesEverySlotItsPresetsCost) {
         {"one preset", {{3, vol}}, 20904, 20904 - 13},
         {"the same preset twice", {{3, vol}, {49, vol}}, 20904, 20904 - 26},
         {"the preset row counts", {{0, setup}, {1, vol}}, 20904, 20904 - 7 - 13},
-        {"nothing used", {{0, silent}}, 20904, 20904},
         {"more than there is", {{0, vol}, {1, setup}}, 10, 10 - 20},
     };
     for (const Case& c : cases) {
