@@ -62,30 +62,45 @@ int PresetRowMemoryCost(int dataWheelLink, std::string_view map, long setupScene
     return cost;
 }
 
-int CalculatePresetMemorySize(Database& db, std::int64_t id, bool withPresetRow) {
-    int size = 0;
-    Statement faders = db.prepare("SELECT Function, Name, MIDIString FROM FaderRec WHERE PresetREF = :ID");
+PresetMemoryCost::PresetMemoryCost(Database& db)
+    : faders_(std::make_unique<Statement>(
+          db.prepare("SELECT Function, Name, MIDIString FROM FaderRec WHERE PresetREF = :ID"))),
+      buttons_(std::make_unique<Statement>(
+          db.prepare("SELECT Function, Name, String1, String2 FROM ButtonRec WHERE PresetREF = :ID"))),
+      preset_(std::make_unique<Statement>(
+          db.prepare("SELECT DataWheelLink, SetupChannelMap, SetupScenePreset, SetupScene, SetupString "
+                     "FROM PresetRec WHERE ID = :ID"))) {}
+
+PresetMemoryCost::~PresetMemoryCost() = default;
+
+long PresetMemoryCost::operator()(std::int64_t id, bool withPresetRow) {
+    long size = 0;
+    Statement& faders = *faders_;
+    faders.reset();
     faders.bind(":ID", id);
     while (faders.step())
-        size += FaderMemoryCost(static_cast<int>(faders.getInt("Function")), faders.getText("Name"),
-                                faders.getText("MIDIString"));
-    Statement buttons = db.prepare("SELECT Function, Name, String1, String2 FROM ButtonRec WHERE PresetREF = :ID");
+        size += FaderMemoryCost(static_cast<int>(faders.getInt(0)), faders.getText(1), faders.getText(2));
+    Statement& buttons = *buttons_;
+    buttons.reset();
     buttons.bind(":ID", id);
     while (buttons.step())
-        size += ButtonMemoryCost(static_cast<int>(buttons.getInt("Function")), buttons.getText("Name"),
-                                 buttons.getText("String1"), buttons.getText("String2"));
+        size += ButtonMemoryCost(static_cast<int>(buttons.getInt(0)), buttons.getText(1), buttons.getText(2),
+                                 buttons.getText(3));
     if (withPresetRow) {
-        Statement preset = db.prepare(
-            "SELECT DataWheelLink, SetupChannelMap, SetupScenePreset, SetupScene, SetupString FROM PresetRec "
-            "WHERE ID = :ID");
+        Statement& preset = *preset_;
+        preset.reset();
         preset.bind(":ID", id);
         if (preset.step())
             size += PresetRowMemoryCost(static_cast<int>(preset.getInt("DataWheelLink")),
-                                        preset.getBlob("SetupChannelMap"), static_cast<long>(preset.getInt("SetupScenePreset")),
-                                        preset.getText("SetupScene"), preset.getText("SetupString"));
+                                        preset.getBlob("SetupChannelMap"), static_cast<long>(preset.getInt(2)),
+                                        preset.getText(3), preset.getText(4));
     }
+    return size;
+}
+
+int CalculatePresetMemorySize(Database& db, std::int64_t id, bool withPresetRow) {
     // The device counts in a 16-bit field.
-    return static_cast<std::int16_t>(size);
+    return static_cast<std::int16_t>(PresetMemoryCost(db)(id, withPresetRow));
 }
 
 }  // namespace tavlo

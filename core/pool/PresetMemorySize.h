@@ -1,10 +1,12 @@
 #pragma once
 #include <cstdint>
+#include <memory>
 #include <string_view>
 
 namespace tavlo {
 
 class Database;
+class Statement;
 
 // Bytes of a message string in editor notation: three characters a byte.
 int StringBytes(std::string_view editorNotation);
@@ -17,9 +19,26 @@ int ButtonMemoryCost(int function, std::string_view name, std::string_view strin
 int PresetRowMemoryCost(int dataWheelLink, std::string_view setupChannelMap, long setupScenePreset,
                         std::string_view setupScene, std::string_view setupString);
 
-// CalculatePresetMemorySize: what the stored preset `id` costs, summed from
-// its FaderRec, ButtonRec and PresetRec rows. `withPresetRow` false leaves
-// the preset row out, as the memory image does for "--Initialized--".
+// The cost of stored presets, summed from their FaderRec, ButtonRec and
+// PresetRec rows by the table above. It keeps its statements prepared, so a
+// whole memory image is summed without preparing them fifty times over.
+class PresetMemoryCost {
+public:
+    explicit PresetMemoryCost(Database& db);
+    ~PresetMemoryCost();
+    PresetMemoryCost(const PresetMemoryCost&) = delete;
+    PresetMemoryCost& operator=(const PresetMemoryCost&) = delete;
+
+    // `withPresetRow` false leaves the preset row out, as the memory image
+    // does for "--Initialized--". The full sum, not cut to 16 bits.
+    long operator()(std::int64_t id, bool withPresetRow = true);
+
+private:
+    std::unique_ptr<Statement> faders_, buttons_, preset_;
+};
+
+// CalculatePresetMemorySize: what the stored preset `id` costs, in the
+// 16-bit signed field the pool window shows it from.
 int CalculatePresetMemorySize(Database& db, std::int64_t id, bool withPresetRow = true);
 
 }  // namespace tavlo

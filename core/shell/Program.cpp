@@ -4,6 +4,7 @@
 #include "editor/EditorContext.h"
 #include "editor/EditorState.h"
 #include "globals/GlobalsState.h"
+#include "memimage/MemImageModel.h"
 #include "memimage/MemImageState.h"
 #include "midilink/LinkContext.h"
 #include "midilink/MidiConfig.h"
@@ -47,7 +48,9 @@ Program::Program(Prompter& prompter, StatusView& status, Pump& pump, Clock& cloc
       stringEdit(parts_->stringEdit),
       poolForm(parts_->poolForm),
       poolFlags(parts_->poolFlags),
-      globals(parts_->globals) {}
+      globals(parts_->globals) {
+    ConnectStoreFollowUps(*this);
+}
 
 Program::~Program() = default;
 
@@ -62,5 +65,7 @@ Program::operator StringsContext() const {
 Program::operator PoolContext() const { return {pool, prompter, editor, midi, memImage, poolForm, poolFlags}; }
 
 Program::operator GlobalsContext() const { return {midiLink, midi, pool, prompter, status, pump, clock, globals}; }
+
+Program::operator MemImageContext() const { return {pool, prompter, midi, memImage, pump}; }
 
 }  // namespace tavlo

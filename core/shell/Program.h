@@ -5,6 +5,7 @@
 #include "midistrings/StringsContext.h"
 #include "pool/PoolContext.h"
 #include "globals/GlobalsContext.h"
+#include "memimage/MemImageContext.h"
 
 namespace tavlo {
 
@@ -60,6 +61,7 @@ public:
     operator StringsContext() const;
     operator PoolContext() const;
     operator GlobalsContext() const;
+    operator MemImageContext() const;
 };
 
 }  // namespace tavlo

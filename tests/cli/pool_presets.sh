@@ -29,6 +29,7 @@ expect_lines "device order" "$("$cli" pool list --order device --pool "$POOL")" 
 > Korg M1
           Alpha"
 "$cli" pool list --order size --pool "$POOL" >/dev/null 2>&1 && fail "unknown order accepted"
+expect_lines "size" "$("$cli" pool size Alpha --pool "$POOL")" "8"
 
 # Rename: a clash is refused and changes nothing; a free name keeps references.
 "$cli" pool rename Alpha "bass rig" --pool "$POOL" 2>"$dir/err" && fail "clashing rename accepted"
@@ -78,6 +79,7 @@ expect_statuses <<CASES
 2|pool duplicate Copy "  " --pool "$POOL"
 2|pool list --pool "$dir/Tavlo-typo.mdb"
 2|pool duplicate Copy Other --pool "$dir/Tavlo-typo.mdb"
+2|pool size Nobody --pool "$POOL"
 CASES
 [ "$(sqlite3 "$POOL" "SELECT group_concat(Name, '|') FROM PresetRec")" == "$before" ] || fail "a refusal changed the pool"
 [ ! -e "$dir/Tavlo-typo.mdb" ] || fail "a mistyped --pool made a pool"

@@ -17,6 +17,7 @@
 #include "presetfile/TavloFormatLoad.h"
 #include "pool/MemImageOrPoolChoiceForm.h"
 #include "pool/PresetLoad.h"
+#include "pool/PresetMemorySize.h"
 #include "pool/PresetSysexFile.h"
 #include "pool/PresetSysexImport.h"
 #include "editor/EditorState.h"
@@ -196,6 +197,21 @@ int poolShow(const CliArgs& args, std::ostream& out, std::ostream& err) {
     return kExitOk;
 }
 
+// The bytes a preset takes in the device's memory, as the pool window's
+// "Memory Used" tells it.
+int poolSize(const CliArgs& args, std::ostream& out, std::ostream& err) {
+    if (args.positional().size() != 1) return UsageOf("pool size", err);
+    PoolPresetSession cli(err);
+    if (!cli.open(args, err)) return kExitBadInput;
+    const std::int64_t id = cli.presetId(args.positional()[0]);
+    if (id < 0) {
+        err << "tavlo-cli: no preset named '" << args.positional()[0] << "' in the pool\n";
+        return kExitBadInput;
+    }
+    out << CalculatePresetMemorySize(cli.pool.db(), id) << "\n";
+    return kExitOk;
+}
+
 // --on-clash keep|overwrite|rename-pool:NEW|rename-new:NEW: the button of
 // the clash dialogue, and the name typed beside it.
 bool clashAnswer(const std::string& option, ChoiceAnswer& answer) {
@@ -271,6 +287,8 @@ int poolImport(const CliArgs& args, std::ostream& out, std::ostream& err) {
     return kExitOk;
 }
 
+const CommandRegistrar size{
+    {"pool size", "pool size NAME   the bytes a preset uses in the device's memory", {"--pool"}, {}, poolSize}};
 const CommandRegistrar show{{"pool show", "pool show NAME   a stored preset as JSON", {"--pool"}, {}, poolShow}};
 const CommandRegistrar importer{{"pool import",
                                  "pool import FILE.syx [--on-clash keep|overwrite|rename-pool:NEW|rename-new:NEW] "
