@@ -7,6 +7,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "BenchSupport.h"
 #include "base/MSBModule.h"
 #include "db/PoolDatabase.h"
 #include "editor/EditorState.h"
@@ -22,22 +23,6 @@
 namespace {
 
 using namespace tavlo;
-
-// Any question is a fault of the set-up, but for the notice that a full
-// hundred scenes always brings.
-class NoQuestions : public Prompter {
-public:
-    MessageAnswer message(const std::string& title, const std::string&, MessageButtons) override {
-        if (title == "Not All Scenes Included") return MessageAnswer::OK;
-        throw std::runtime_error("unexpected message: " + title);
-    }
-    std::optional<std::string> input(const std::string& title, const std::string&, const std::string&) override {
-        throw std::runtime_error("unexpected input: " + title);
-    }
-    std::optional<std::string> openFile(const FileRequest&) override { return std::nullopt; }
-    std::optional<std::string> saveFile(const FileRequest&) override { return std::nullopt; }
-    ChoiceAnswer choose(const ChoiceRequest&) override { return {}; }
-};
 
 // The window's repaint is not what is measured.
 class IdlePump : public Pump {
@@ -66,11 +51,7 @@ void fillDense(WorkingPreset& p, int n) {
 
 struct DenseImage {
     DenseImage() : session(std::make_unique<Program>(prompter, status, pump, clock)) {
-        const auto dir = std::filesystem::temp_directory_path() / "tavlo-bench";
-        std::filesystem::create_directories(dir);
-        const std::string path = (dir / "memimage.mdb").string();
-        for (const char* suffix : {"", "-wal", "-shm"}) std::filesystem::remove(path + suffix);
-        if (!session->pool.open(path).ok()) throw std::runtime_error("pool");
+        if (!session->pool.open(bench::FreshPoolPath("memimage.mdb")).ok()) throw std::runtime_error("pool");
         Program& s = *session;
         s.editor.ProgramInit = false;
         InitMemImage(s);
@@ -86,7 +67,8 @@ struct DenseImage {
         if (free < 0 || free > 20904 - 20800 || s.memImage.SceneList.itemData(99) < 0)
             throw std::runtime_error("the image is not dense: free memory " + std::to_string(free));
     }
-    NoQuestions prompter;
+    // The notice that a full hundred scenes always brings is expected.
+    bench::NoQuestions prompter{"Not All Scenes Included"};
     SilentStatusView status;
     IdlePump pump;
     SteadyClock clock;

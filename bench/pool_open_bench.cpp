@@ -4,42 +4,32 @@
 
 #include <filesystem>
 
+#include "BenchSupport.h"
 #include "db/PoolDatabase.h"
 
 namespace {
 
-std::string benchPath(const char* name) {
-    const auto dir = std::filesystem::temp_directory_path() / "tavlo-bench";
-    std::filesystem::create_directories(dir);
-    return (dir / name).string();
-}
-
-void removePool(const std::string& path) {
-    for (const char* suffix : {"", "-wal", "-shm"}) std::filesystem::remove(path + suffix);
-}
-
 void BM_CreatePoolWithSeed(benchmark::State& state) {
-    const std::string path = benchPath("create.mdb");
+    const std::string path = tavlo::bench::FreshPoolPath("create.mdb");
     for (auto _ : state) {
         state.PauseTiming();
-        removePool(path);
+        tavlo::bench::RemovePool(path);
         state.ResumeTiming();
         tavlo::PoolDatabase pool;
         if (!pool.open(path).ok()) state.SkipWithError("create failed");
     }
-    removePool(path);
+    tavlo::bench::RemovePool(path);
 }
 BENCHMARK(BM_CreatePoolWithSeed)->Unit(benchmark::kMillisecond);
 
 void BM_OpenExistingPool(benchmark::State& state) {
-    const std::string path = benchPath("open.mdb");
-    removePool(path);
+    const std::string path = tavlo::bench::FreshPoolPath("open.mdb");
     { tavlo::PoolDatabase pool; pool.open(path); }
     for (auto _ : state) {
         tavlo::PoolDatabase pool;
         if (!pool.open(path).ok()) state.SkipWithError("open failed");
     }
-    removePool(path);
+    tavlo::bench::RemovePool(path);
 }
 BENCHMARK(BM_OpenExistingPool)->Unit(benchmark::kMillisecond);
 

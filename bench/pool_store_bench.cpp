@@ -18,45 +18,13 @@
 #include "pool/PoolFormState.h"
 #include "ui/SteadyClock.h"
 #include "ui/StreamPrompter.h"
+#include "BenchSupport.h"
 
 namespace {
 
 using namespace tavlo;
 
-std::string benchPath(const char* name) {
-    const auto dir = std::filesystem::temp_directory_path() / "tavlo-bench";
-    std::filesystem::create_directories(dir);
-    const std::string path = (dir / name).string();
-    for (const char* suffix : {"", "-wal", "-shm"}) std::filesystem::remove(path + suffix);
-    return path;
-}
-
-// A benchmark answers nothing: any question is a fault of the set-up.
-class NoQuestions : public Prompter {
-public:
-    MessageAnswer message(const std::string& title, const std::string&, MessageButtons) override {
-        throw std::runtime_error("unexpected message: " + title);
-    }
-    std::optional<std::string> input(const std::string& title, const std::string&, const std::string&) override {
-        throw std::runtime_error("unexpected input: " + title);
-    }
-    std::optional<std::string> openFile(const FileRequest&) override { return std::nullopt; }
-    std::optional<std::string> saveFile(const FileRequest&) override { return std::nullopt; }
-    ChoiceAnswer choose(const ChoiceRequest&) override { return {}; }
-};
-
-struct BenchSession {
-    explicit BenchSession(const char* file) : session(std::make_unique<Program>(prompter, status, pump, clock)) {
-        if (!session->pool.open(benchPath(file)).ok()) throw std::runtime_error("pool");
-        session->editor.ProgramInit = false;
-    }
-    NoQuestions prompter;
-    SilentStatusView status;
-    SleepingPump pump;
-    SteadyClock clock;
-    std::unique_ptr<Program> session;
-    PoolDatabase& pool = session->pool;
-};
+using bench::BenchSession;
 
 MessageSubstring substring(int n) {
     MessageSubstring s;

@@ -17,38 +17,13 @@
 #include "shell/Program.h"
 #include "ui/SteadyClock.h"
 #include "ui/StreamPrompter.h"
+#include "BenchSupport.h"
 
 namespace {
 
 using namespace tavlo;
 
-std::string benchPath(const char* name) {
-    const auto dir = std::filesystem::temp_directory_path() / "tavlo-bench";
-    std::filesystem::create_directories(dir);
-    const std::string path = (dir / name).string();
-    for (const char* suffix : {"", "-wal", "-shm"}) std::filesystem::remove(path + suffix);
-    return path;
-}
-
-// Any question would be a fault of the set-up.
-class NoQuestions : public StreamPrompter {
-public:
-    MessageAnswer message(const std::string& title, const std::string&, MessageButtons) override {
-        throw std::runtime_error("unexpected message: " + title);
-    }
-};
-
-struct BenchSession {
-    explicit BenchSession(const char* file) : session(std::make_unique<Program>(prompter, status, pump, clock)) {
-        if (!session->pool.open(benchPath(file)).ok()) throw std::runtime_error("pool");
-        session->editor.ProgramInit = false;
-    }
-    NoQuestions prompter;
-    SilentStatusView status;
-    SleepingPump pump;
-    SteadyClock clock;
-    std::unique_ptr<Program> session;
-};
+using bench::BenchSession;
 
 void fillStrings(MessageStringSet& set, int n) {
     set.Count = 8;  // eight 11-byte messages: the 80 bytes a control can send
