@@ -46,12 +46,15 @@ std::int64_t PoolPresetSession::presetId(const std::string& typedName) {
     return find.step() ? find.getInt(0) : -1;
 }
 
-bool PoolPresetSession::selectPreset(const std::string& typedName, std::ostream& err) {
+std::int64_t PoolPresetSession::presetId(const std::string& typedName, std::ostream& err) {
     const std::int64_t id = presetId(typedName);
-    if (id < 0) {
-        err << "tavlo-cli: no preset named '" << typedName << "' in the pool\n";
-        return false;
-    }
+    if (id < 0) err << "tavlo-cli: no preset named '" << typedName << "' in the pool\n";
+    return id;
+}
+
+bool PoolPresetSession::selectPreset(const std::string& typedName, std::ostream& err) {
+    const std::int64_t id = presetId(typedName, err);
+    if (id < 0) return false;
     session->poolForm.OrderOption = PoolOrder::ByName;
     ReloadPoolList(*session);
     const int line = session->poolForm.PoolList.findItemData(id);
@@ -187,11 +190,8 @@ int poolShow(const CliArgs& args, std::ostream& out, std::ostream& err) {
     }
     PoolPresetSession cli(err);
     if (!cli.open(args, err)) return kExitBadInput;
-    const std::int64_t id = cli.presetId(args.positional()[0]);
-    if (id < 0) {
-        err << "tavlo-cli: no preset named '" << args.positional()[0] << "' in the pool\n";
-        return kExitBadInput;
-    }
+    const std::int64_t id = cli.presetId(args.positional()[0], err);
+    if (id < 0) return kExitBadInput;
     if (!LoadPC1600xFormFromPool(*cli.session, id)) return kExitFailed;
     out << PresetToJson(cli.session->editor.preset).dump(2) << "\n";
     return kExitOk;
@@ -203,11 +203,8 @@ int poolSize(const CliArgs& args, std::ostream& out, std::ostream& err) {
     if (args.positional().size() != 1) return UsageOf("pool size", err);
     PoolPresetSession cli(err);
     if (!cli.open(args, err)) return kExitBadInput;
-    const std::int64_t id = cli.presetId(args.positional()[0]);
-    if (id < 0) {
-        err << "tavlo-cli: no preset named '" << args.positional()[0] << "' in the pool\n";
-        return kExitBadInput;
-    }
+    const std::int64_t id = cli.presetId(args.positional()[0], err);
+    if (id < 0) return kExitBadInput;
     out << CalculatePresetMemorySize(cli.pool.db(), id) << "\n";
     return kExitOk;
 }

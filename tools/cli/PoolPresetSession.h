@@ -19,6 +19,8 @@ struct PoolPresetSession {
     bool open(const CliArgs& args, std::ostream& err);
     // The ID of a preset by the name as typed, or -1.
     std::int64_t presetId(const std::string& typedName);
+    // The same, saying on `err` when the pool has no such preset.
+    std::int64_t presetId(const std::string& typedName, std::ostream& err);
     // Makes the preset the selected line of the pool list, as a click would.
     bool selectPreset(const std::string& typedName, std::ostream& err);
     // The name the pool holds for a preset, as the pool list shows it; empty

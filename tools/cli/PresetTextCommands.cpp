@@ -144,11 +144,8 @@ const CommandRegistrar convert{
 
 int PoolExportText(PoolPresetSession& cli, const std::string& typedName, const std::string& file, std::ostream& out,
                    std::ostream& err) {
-    const std::int64_t id = cli.presetId(typedName);
-    if (id < 0) {
-        err << "tavlo-cli: no preset named '" << typedName << "' in the pool\n";
-        return kExitBadInput;
-    }
+    const std::int64_t id = cli.presetId(typedName, err);
+    if (id < 0) return kExitBadInput;
     if (!LoadPC1600xFormFromPool(*cli.session, id)) return kExitFailed;
     if (!WriteWholeFile(file, EditorTavloText(*cli.session))) {
         err << "tavlo-cli: cannot write " << file << "\n";
