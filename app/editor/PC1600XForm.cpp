@@ -41,6 +41,7 @@
 #include "ui/CCDigitTyping.h"
 #include "ui/CCNameList.h"
 #include "ui/LabelDefaults.h"
+#include "ui/ListLines.h"
 #include "ui/QtText.h"
 #include "ui/SliderTextPair.h"
 #include "ui_PC1600XForm.h"
@@ -457,12 +458,6 @@ void PC1600XForm::UpdateDefs() {
     emit ui_->PresetNameText->editingFinished();
 }
 
-void PC1600XForm::fillCombo(QComboBox* combo, const ListState& list) {
-    combo->clear();
-    for (const auto& line : list.lines()) combo->addItem(toQt(line.text));
-    combo->setCurrentIndex(list.listIndex());
-}
-
 void PC1600XForm::refresh() {
     if (refreshing_) return;
     refreshing_ = true;
@@ -499,7 +494,7 @@ void PC1600XForm::refresh() {
         showPanelCaption(buttons_[i], editor_.PCButton[i], 8, 6);
         buttons_[i]->setToolTip(toQt(editor_.PCButton[i]));
     }
-    fillCombo(ui_->SelectSceneCombo, editor_.SelectSceneCombo);
+    ShowLines(ui_->SelectSceneCombo, editor_.SelectSceneCombo);
     ui_->PasteButton->setVisible(editor_.PasteButtonVisible);
     ui_->PasteButton->setText(toQt(MSBModule::DoubleAmpersands(editor_.PasteButtonCaption)));
     const bool sceneSelected = editor_.SelectSceneCombo.listIndex() >= 0;
@@ -625,7 +620,7 @@ void PC1600XForm::refreshButtonFrame() {
     pairs_["Velocity"]->show(b.Velocity, kVelocityRange.low, kVelocityRange.high);
     ui_->String1Text->setText(toQt(b.String1));
     ui_->String2Text->setText(toQt(b.String2));
-    fillCombo(ui_->BSceneCombo, editor_.BSceneCombo);
+    ShowLines(ui_->BSceneCombo, editor_.BSceneCombo);
     ui_->BDeviceMapLabel->setText(toQt(b.DeviceMapString));
 }
 
@@ -637,7 +632,7 @@ void PC1600XForm::refreshSetupFrame() {
     pairs_["SVolume"]->show(c.Volume, 0, 128);
     ui_->MSBCheck->setChecked(c.BankIsMSB != 0);
     ui_->SStringText->setText(toQt(editor_.preset.SetupString));
-    fillCombo(ui_->SelectPresetSceneCombo, editor_.SelectPresetSceneCombo);
+    ShowLines(ui_->SelectPresetSceneCombo, editor_.SelectPresetSceneCombo);
     const bool pc1600 = session_.midi.PC1600Model;
     // The original PC1600 has no setup scene and no Bank MSB.
     for (QWidget* w : {static_cast<QWidget*>(ui_->SelectPresetSceneCombo), static_cast<QWidget*>(ui_->SOtherSceneButton),

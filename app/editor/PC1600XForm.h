@@ -75,7 +75,6 @@ private:
     void refreshFaderFrame();
     void refreshButtonFrame();
     void refreshSetupFrame();
-    void fillCombo(QComboBox* combo, const ListState& list);
     void dragTimerFired();
     void beginDrag();
     void spread(bool button);

@@ -21,6 +21,7 @@
 #include "globals/GlobalsState.h"
 #include "midilink/MidiConfig.h"
 #include "shell/Program.h"
+#include "ui/ListLines.h"
 #include "ui/QtText.h"
 #include "ui/SliderTextPair.h"
 
@@ -267,10 +268,10 @@ void GlobalForm::refresh() {
     for (const auto& [combo, field, linesOf] : combos_) {
         const std::vector<std::string>& lines = *linesOf;
         const int value = field(s);
-        combo->clear();
-        for (const std::string& line : lines) combo->addItem(toQt(line));
-        if (value < 0 || value >= static_cast<int>(lines.size())) combo->addItem(toQt(ComboText(lines, value)));
-        combo->setCurrentIndex(value >= 0 && value < static_cast<int>(lines.size()) ? value : combo->count() - 1);
+        const bool listed = value >= 0 && value < static_cast<int>(lines.size());
+        std::vector<std::string> shown = lines;
+        if (!listed) shown.push_back(ComboText(lines, value));
+        ShowLines(combo, shown, listed ? value : static_cast<int>(lines.size()));
     }
     for (int i = 0; i < kFilterCount; ++i) filters_[static_cast<std::size_t>(i)]->setChecked(s.Filters[static_cast<std::size_t>(i)]);
     const bool pc1600 = session_.midi.PC1600Model;
@@ -282,13 +283,9 @@ void GlobalForm::refresh() {
 
     editMap_->setCurrentIndex(state.EditMapCombo);
     if (state.ProgChangeList.listCount() == 0) LoadMapFrame(state);
-    progChanges_->clear();
-    for (const auto& line : state.ProgChangeList.lines()) progChanges_->addItem(toQt(line.text));
+    ShowLines(progChanges_, state.ProgChangeList);
     progChanges_->setCurrentRow(state.ProgChangeList.listIndex());
-    if (targets_->count() != state.MapList.listCount()) {
-        targets_->clear();
-        for (const auto& line : state.MapList.lines()) targets_->addItem(toQt(line.text));
-    }
+    ShowLines(targets_, state.MapList);
     targets_->setCurrentRow(state.MapList.listIndex());
     refreshing_ = false;
 }

@@ -10,6 +10,7 @@
 #include "globals/GlobalPool.h"
 #include "globals/GlobalsState.h"
 #include "shell/Program.h"
+#include "ui/ListLines.h"
 #include "ui/QtText.h"
 
 namespace tavlo {
@@ -81,13 +82,7 @@ void GlobalPoolForm::refresh() {
     if (refreshing_) return;
     refreshing_ = true;
     const GlobalsState& state = session_.globals;
-    const auto& lines = state.GlobalPoolList.lines();
-    bool same = list_->count() == static_cast<int>(lines.size());
-    for (int i = 0; same && i < list_->count(); ++i) same = list_->item(i)->text() == toQt(lines[i].text);
-    if (!same) {
-        list_->clear();
-        for (const auto& line : lines) list_->addItem(toQt(line.text));
-    }
+    ShowLines(list_, state.GlobalPoolList);
     list_->setCurrentRow(state.GlobalPoolList.listIndex());
     created_->setText(toQt(state.CreatedDateText));
     chIn_->setText(toQt(state.ChInText));

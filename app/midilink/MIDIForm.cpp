@@ -10,6 +10,7 @@
 #include "ui/Prompter.h"
 #include "midilink/MidiConfig.h"
 #include "midilink/MidiLink.h"
+#include "ui/ListLines.h"
 #include "ui/QtText.h"
 #include "ui_MIDIForm.h"
 
@@ -104,8 +105,7 @@ void MIDIForm::showConfiguration() {
 }
 
 void MIDIForm::fillList(QListWidget* widget, const ListState& list) {
-    widget->clear();
-    for (const auto& line : list.lines()) widget->addItem(toQt(line.text));
+    ShowLines(widget, list);
     widget->setCurrentRow(list.listIndex());
     if (list.listIndex() < 0) widget->clearSelection();
 }

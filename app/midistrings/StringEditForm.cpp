@@ -23,21 +23,12 @@
 #include "ui/CCDigitTyping.h"
 #include "ui/CCNameList.h"
 #include "ui/LabelDefaults.h"
+#include "ui/ListLines.h"
 #include "ui/QtText.h"
 #include "ui/SliderTextPair.h"
 #include "ui_StringEditForm.h"
 
 namespace tavlo {
-
-namespace {
-
-void fillCombo(QComboBox* combo, const ListState& list) {
-    combo->clear();
-    for (const auto& line : list.lines()) combo->addItem(toQt(line.text));
-    combo->setCurrentIndex(list.listIndex());
-}
-
-}  // namespace
 
 StringEditForm::StringEditForm(Program& session, QWidget* parent)
     : QDialog(parent), session_(session), state_(session.stringEdit), ui_(std::make_unique<Ui::StringEditForm>()) {
@@ -208,8 +199,8 @@ void StringEditForm::refresh() {
                        static_cast<QWidget*>(ui_->MakeLabel), static_cast<QWidget*>(ui_->ModelLabel),
                        static_cast<QWidget*>(ui_->ShowOwnOnlyCheck), static_cast<QWidget*>(ui_->SysexPrefixButton)})
         w->setVisible(show.DeviceGroup);
-    fillCombo(ui_->MakeCombo, state_.MakeCombo);
-    fillCombo(ui_->ModelCombo, state_.ModelCombo);
+    ShowLines(ui_->MakeCombo, state_.MakeCombo);
+    ShowLines(ui_->ModelCombo, state_.ModelCombo);
     ui_->ShowOwnOnlyCheck->setChecked(state_.ShowOwnOnlyCheck);
     ui_->SysexPrefixButton->setText(toQt(state_.SysexPrefixButton));
     ui_->StringLabel->setVisible(show.StringText);

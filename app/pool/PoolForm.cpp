@@ -7,19 +7,11 @@
 #include "presetfile/PresetFileButtons.h"
 #include "shell/Program.h"
 #include "pool/PoolFormState.h"
+#include "ui/ListLines.h"
 #include "ui/QtText.h"
 #include "ui_PoolForm.h"
 
 namespace tavlo {
-namespace {
-
-void fillList(QListWidget* widget, const ListState& state) {
-    widget->clear();
-    for (const ListState::Line& line : state.lines()) widget->addItem(toQt(line.text));
-}
-
-}  // namespace
-
 PoolForm::PoolForm(Program& session, QWidget* parent)
     : QWidget(parent), session_(session), ui_(std::make_unique<Ui::PoolForm>()) {
     ui_->setupUi(this);
@@ -53,17 +45,15 @@ void PoolForm::refresh() {
 
     QListWidget* list = ui_->PoolList;
     const auto& lines = state.PoolList.lines();
-    bool same = list->count() == static_cast<int>(lines.size());
-    for (int i = 0; same && i < list->count(); ++i) same = list->item(i)->text() == toQt(lines[i].text);
-    if (!same) fillList(list, state.PoolList);
+    ShowLines(list, state.PoolList);
     for (int i = 0; i < list->count(); ++i) list->item(i)->setSelected(lines[i].selected);
     if (list->currentRow() != state.PoolList.listIndex()) {
         list->setCurrentRow(state.PoolList.listIndex(), QItemSelectionModel::NoUpdate);
     }
 
-    fillList(ui_->SceneList, state.SceneList);
-    fillList(ui_->AssociatedDeviceList, state.AssociatedDeviceList);
-    fillList(ui_->MIsUsingList, state.MIsUsingList);
+    ShowLines(ui_->SceneList, state.SceneList);
+    ShowLines(ui_->AssociatedDeviceList, state.AssociatedDeviceList);
+    ShowLines(ui_->MIsUsingList, state.MIsUsingList);
     ui_->MIsUsingList->setVisible(state.MIsUsingShown);
     ui_->MIsUsingLabel->setVisible(state.MIsUsingShown);
     ui_->NotesText->setPlainText(toQt(state.NotesText));
